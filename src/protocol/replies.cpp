@@ -1,0 +1,137 @@
+#include "replies.h"
+
+#include "blocks.h"
+
+namespace velmor {
+namespace {
+
+struct Limits {
+    int nBelow;        // N must be less than this
+    int payloadBytes;  // size of the zeroed payload buffer
+    int groupFirst;
+    int groupLast;
+};
+
+constexpr Limits kInfoLimits{52, kPayloadBytes, 0, 4};
+constexpr Limits kCalibrationLimits{52, kPayloadBytes, 5, 20};
+constexpr Limits kParameterLimits{52, kPayloadBytes, 0, 0};
+constexpr Limits kShortLimits{7, kAckLength, 0, 9};
+
+quint8 byteAt(QByteArrayView frame, qsizetype i) { return static_cast<quint8>(frame[i]); }
+
+// The six checks. On success the payload holds frame bytes 3..N+3.
+bool check(QByteArrayView frame, quint8 command, const Limits& limits, Payload& p, int& status)
+{
+    if (frame.size() < 2 || byteAt(frame, 0) != kFrameStart || byteAt(frame, 1) != kFrameStart) {
+        status = kStatusBadStart;
+        return false;
+    }
+    if (frame.size() <= kLengthOffset || byteAt(frame, kLengthOffset) >= limits.nBelow) {
+        status = kStatusBadLength;
+        return false;
+    }
+    const int n = byteAt(frame, kLengthOffset);
+    if (frame.size() < n + 4) {
+        status = kStatusBadChecksum;
+        return false;
+    }
+    unsigned sum = 0;
+    for (int i = 0; i < n; ++i)
+        sum += byteAt(frame, kAddressOffset + i);
+    if (static_cast<quint8>(sum & 0xFF) != byteAt(frame, n + 3)) {
+        status = kStatusBadChecksum;
+        return false;
+    }
+    p.fill(0);
+    for (int i = 0; i <= n && i < limits.payloadBytes; ++i)
+        p[static_cast<size_t>(i)] = byteAt(frame, kAddressOffset + i);
+    if (p[1] != static_cast<quint8>(command + kReplyOffset)) {
+        status = kStatusBadCommand;
+        return false;
+    }
+    if (p[2] < limits.groupFirst || p[2] > limits.groupLast) {
+        status = kStatusBadGroup;
+        return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+bool parseInfoReply(QByteArrayView frame, quint8 command, ModuleRecord& record, int& parseStatus)
+{
+    Payload p;
+    if (!check(frame, command, kInfoLimits, p, parseStatus))
+        return false;
+    record.busAddress = p[0];
+    if (p[2] == kGroupInfo)
+        takeShortInfoBlock(p, record);
+    else
+        takeChannelGroup(p, p[2] - kGroupChannelsFirst, record);
+    return true;
+}
+
+bool parseCalibrationReply(QByteArrayView frame, quint8 command, ModuleRecord& record, int& parseStatus)
+{
+    parseStatus = 0;
+    Payload p;
+    if (!check(frame, command, kCalibrationLimits, p, parseStatus))
+        return false;
+    const int k = p[2] - kGroupAdjustFirst;
+    const int pair = k - kChannelGroups;
+    // Selectors 17..20 would name channels past the sixteenth; nothing is stored.
+    if (pair >= kCalibrationPairs) {
+        parseStatus = kStatusBadGroup;
+        return false;
+    }
+    record.busAddress = p[0];
+    if (k < kChannelGroups)
+        takeAdjustBlock(p, k, record);
+    else
+        takeCalibrationPair(p, pair, record);
+    return true;
+}
+
+bool parseParameterReply(QByteArrayView frame, quint8 command, ModuleRecord& record, int& parseStatus)
+{
+    parseStatus = 0;
+    Payload p;
+    if (!check(frame, command, kParameterLimits, p, parseStatus))
+        return false;
+    record.busAddress = p[0];
+    takeInfoBlock(p, record);
+    return true;
+}
+
+bool parseShortReply(QByteArrayView frame, quint8 command, int& parseStatus)
+{
+    Payload p;
+    return check(frame, command, kShortLimits, p, parseStatus);
+}
+
+bool parseReply(ReplyKind kind, QByteArrayView frame, quint8 command, ModuleRecord& record, int& parseStatus)
+{
+    switch (kind) {
+    case ReplyKind::Info: return parseInfoReply(frame, command, record, parseStatus);
+    case ReplyKind::Calibration: return parseCalibrationReply(frame, command, record, parseStatus);
+    case ReplyKind::Parameter: return parseParameterReply(frame, command, record, parseStatus);
+    case ReplyKind::Short: return parseShortReply(frame, command, parseStatus);
+    }
+    return false;
+}
+
+QByteArrayView frameWithin(QByteArrayView received)
+{
+    const qsizetype start = received.indexOf(static_cast<char>(kFrameStart));
+    if (start >= 0)
+        return received.sliced(start);
+    return received.isEmpty() ? received : received.sliced(received.size() - 1);
+}
+
+bool replyComplete(QByteArrayView received, int expected)
+{
+    const qsizetype start = received.indexOf(static_cast<char>(kFrameStart));
+    return start >= 0 && received.size() - start >= expected;
+}
+
+}  // namespace velmor

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "requests.h"
+
+#include <QByteArrayView>
+
+namespace velmor {
+
+// Why a reply was refused.
+enum ParseStatus : int {
+    kStatusBadStart = 1,     // first two bytes are not AA AA
+    kStatusBadLength = 2,    // N too large for the kind
+    kStatusBadChecksum = 3,  // sum mismatch (or the frame ends before its checksum)
+    kStatusBadCommand = 4,   // echo is not the request's code plus 0x30
+    kStatusBadGroup = 5,     // group selector out of the kind's range
+};
+
+// Each parser takes a frame that starts at the first AA, and the code of the
+// request it answers. It checks start, length, checksum, echo and group in that
+// order; only when all pass does it store into the record and return true. On
+// refusal it sets parseStatus and leaves the record untouched. Kinds 2 and 3
+// clear parseStatus first; kinds 1 and 4 leave it as it was until a refusal.
+bool parseInfoReply(QByteArrayView frame, quint8 command, ModuleRecord& record, int& parseStatus);
+bool parseCalibrationReply(QByteArrayView frame, quint8 command, ModuleRecord& record, int& parseStatus);
+bool parseParameterReply(QByteArrayView frame, quint8 command, ModuleRecord& record, int& parseStatus);
+bool parseShortReply(QByteArrayView frame, quint8 command, int& parseStatus);
+
+bool parseReply(ReplyKind kind, QByteArrayView frame, quint8 command, ModuleRecord& record,
+                int& parseStatus);
+
+// The frame within what was received: from the first AA to the end; with no AA
+// at all, the last byte alone (which then fails the start check).
+QByteArrayView frameWithin(QByteArrayView received);
+
+// True once `expected` bytes stand in `received` counted from its first AA, so
+// that noise ahead of a reply cannot make it look complete early.
+bool replyComplete(QByteArrayView received, int expected);
+
+}  // namespace velmor

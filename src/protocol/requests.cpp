@@ -1,0 +1,106 @@
+#include "requests.h"
+
+#include "blocks.h"
+
+namespace velmor {
+namespace {
+
+quint8 addressOf(const ModuleRecord& record) { return static_cast<quint8>(record.busAddress & 0xFF); }
+
+Request shortRequest(quint8 address, quint8 command, int group, ReplyKind kind)
+{
+    Request r;
+    sealFrame(r.bytes, 3, address, command, static_cast<quint8>(group));
+    r.length = kShortRequestLength;
+    r.command = command;
+    r.kind = kind;
+    return r;
+}
+
+template <typename Fill>
+Request writeRequest(quint8 address, int group, ReplyKind kind, Fill fill)
+{
+    Request r;
+    fill(r.bytes);
+    sealFrame(r.bytes, kFullN, address, kCmdWrite, static_cast<quint8>(group));
+    r.length = kFullFrameLength;
+    r.command = kCmdWrite;
+    r.kind = kind;
+    return r;
+}
+
+}  // namespace
+
+Request beckonRequest()
+{
+    // Always AA AA 03 FF 10 00 0F, whatever module is selected.
+    return shortRequest(kBroadcastAddress, kCmdBeckon, kGroupInfo, ReplyKind::Parameter);
+}
+
+Request readInfoRequest(int address)
+{
+    return shortRequest(static_cast<quint8>(address & 0xFF), kCmdRead, kGroupInfo, ReplyKind::Parameter);
+}
+
+Request readChannelGroupRequest(const ModuleRecord& record, int g)
+{
+    return shortRequest(addressOf(record), kCmdRead, kGroupChannelsFirst + g, ReplyKind::Info);
+}
+
+Request readAdjustBlockRequest(const ModuleRecord& record, int g)
+{
+    return shortRequest(addressOf(record), kCmdRead, kGroupAdjustFirst + g, ReplyKind::Calibration);
+}
+
+Request readCalibrationRequest(const ModuleRecord& record, int k)
+{
+    return shortRequest(addressOf(record), kCmdRead, kGroupCalibrationFirst + k, ReplyKind::Calibration);
+}
+
+Request writeInfoRequest(const ModuleRecord& record)
+{
+    // Every module on the line takes it; the address it is to take travels in byte 6.
+    return writeRequest(kBroadcastAddress, kGroupInfo, ReplyKind::Parameter,
+                        [&](Frame& f) { putInfoBlock(record, f); });
+}
+
+Request writeChannelGroupRequest(const ModuleRecord& record, int g)
+{
+    return writeRequest(addressOf(record), kGroupChannelsFirst + g, ReplyKind::Info,
+                        [&](Frame& f) { putChannelGroup(record, g, f); });
+}
+
+Request writeAdjustBlockRequest(const ModuleRecord& record, int g)
+{
+    return writeRequest(addressOf(record), kGroupAdjustFirst + g, ReplyKind::Calibration,
+                        [&](Frame& f) { putAdjustBlock(record, g, f); });
+}
+
+Request writeCalibrationRequest(const ModuleRecord& record, int k)
+{
+    return writeRequest(addressOf(record), kGroupCalibrationFirst + k, ReplyKind::Calibration,
+                        [&](Frame& f) { putCalibrationPair(record, k, f); });
+}
+
+Request balanceRequest(const ModuleRecord& record, qint32 channelMask)
+{
+    // The mask goes out as 16 bits; a negative mask (bit 15 set, as after the
+    // reset to -1) keeps bits 0..14 and sets the top bit of the high byte.
+    qint32 m = channelMask;
+    quint8 top = 0;
+    if (m < 0) {
+        m &= 0x7FFF;
+        top = 0x80;
+    }
+    Request r;
+    r.bytes[kDataOffset] = 9;
+    r.bytes[kDataOffset + 1] = static_cast<quint8>(m & 0xFF);
+    r.bytes[kDataOffset + 2] = static_cast<quint8>(((m >> 8) | top) & 0xFF);
+    sealFrame(r.bytes, kAckN, addressOf(record), kCmdBalance, 0);
+    r.length = kAckLength;
+    r.command = kCmdBalance;
+    r.kind = ReplyKind::Short;
+    return r;
+}
+
+}  // namespace velmor

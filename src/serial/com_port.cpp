@@ -1,0 +1,90 @@
+#include "com_port.h"
+
+namespace velmor {
+
+ComPort::ComPort(QObject* parent) : QObject(parent)
+{
+    connect(&port_, &QSerialPort::readyRead, this, &ComPort::dataArrived);
+    connect(&port_, &QSerialPort::errorOccurred, this, &ComPort::onError);
+}
+
+bool ComPort::OpenComPort(int n)
+{
+    const PortEntry* entry = findPort(ports_, n);
+    if (!entry) {
+        portHandle_ = -1;
+        return false;
+    }
+    return openDevice(entry->device);
+}
+
+bool ComPort::openDevice(const QString& device)
+{
+    port_.setPortName(device);
+    if (!port_.open(QIODevice::ReadWrite)) {
+        portHandle_ = -1;
+        return false;
+    }
+    portHandle_ = 1;
+    // The line settings are not checked: a port that refuses them still counts
+    // as open, and a wrong setting shows up as a missing reply.
+    port_.setBaudRate(kBaudRate);
+    port_.setDataBits(QSerialPort::Data8);
+    port_.setParity(QSerialPort::NoParity);
+    port_.setStopBits(QSerialPort::OneStop);
+    port_.setReadBufferSize(kQueueBytes);
+    // Bytes queued before the open (a late reply, noise) must not be taken as
+    // the answer to what we are about to send.
+    port_.clear();
+    return true;
+}
+
+bool ComPort::CloseComPort()
+{
+    if (portHandle_ > 0)
+        port_.close();
+    portHandle_ = 0;
+    return true;
+}
+
+bool ComPort::WriteComPort(QByteArrayView bytes)
+{
+    if (portHandle_ <= 0)
+        return false;
+    port_.write(bytes.data(), bytes.size());
+    return true;
+}
+
+QByteArray ComPort::ReadComPort(qint32 minimum)
+{
+    if (portHandle_ <= 0 || port_.bytesAvailable() < minimum)
+        return {};
+    return port_.readAll();
+}
+
+QByteArray ComPort::peekWaiting()
+{
+    if (portHandle_ <= 0)
+        return {};
+    return port_.peek(port_.bytesAvailable());
+}
+
+qint32 ComPort::BytesWaiting() const
+{
+    return portHandle_ > 0 ? static_cast<qint32>(port_.bytesAvailable()) : 0;
+}
+
+void ComPort::onError(QSerialPort::SerialPortError error)
+{
+    // When the far end goes away the driver reports a read error over and over;
+    // close on the first one and say so once.
+    if (portHandle_ <= 0)
+        return;
+    if (error != QSerialPort::ReadError && error != QSerialPort::ResourceError && error != QSerialPort::WriteError)
+        return;
+    port_.close();
+    portHandle_ = 0;
+    emit lost();
+}
+
+}  // namespace velmor

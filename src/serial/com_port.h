@@ -1,0 +1,56 @@
+#pragma once
+
+#include "port_list.h"
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QObject>
+#include <QSerialPort>
+
+namespace velmor {
+
+// The five port operations on one serial port at 4800 baud 8N1. At most one
+// port is open at a time; every operation is safe on a closed or failed port.
+class ComPort : public QObject {
+    Q_OBJECT
+public:
+    static constexpr qint32 kBaudRate = 4800;
+    static constexpr qint64 kQueueBytes = 4096;
+
+    explicit ComPort(QObject* parent = nullptr);
+
+    // The ports that OpenComPort(n) chooses from.
+    void setPorts(const QList<PortEntry>& ports) { ports_ = ports; }
+    const QList<PortEntry>& ports() const { return ports_; }
+
+    // Opens the port numbered n in the list, purging whatever was queued.
+    bool OpenComPort(int n);
+    bool openDevice(const QString& device);
+    bool CloseComPort();
+    // True when a port was open, whatever the write itself did.
+    bool WriteComPort(QByteArrayView bytes);
+    // Everything waiting once at least `minimum` bytes wait; otherwise empty,
+    // and the bytes stay queued. Never blocks.
+    QByteArray ReadComPort(qint32 minimum);
+    // What a reply check looks at without taking it from the queue.
+    QByteArray peekWaiting();
+    qint32 BytesWaiting() const;
+
+    // 0 closed, -1 after a failed open, positive while open.
+    qint32 portHandle() const { return portHandle_; }
+    bool isOpen() const { return portHandle_ > 0; }
+
+signals:
+    void dataArrived();
+    // The device went away or failed while open; the port has been closed once.
+    void lost();
+
+private:
+    void onError(QSerialPort::SerialPortError error);
+
+    QSerialPort port_;
+    QList<PortEntry> ports_;
+    qint32 portHandle_ = 0;
+};
+
+}  // namespace velmor

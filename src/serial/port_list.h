@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QList>
+#include <QSerialPortInfo>
+#include <QString>
+
+namespace velmor {
+
+// One entry of the port chooser.
+struct PortEntry {
+    QString name;    // as listed: COM3, ttyUSB0, SIM1
+    int number = 0;  // n of a COMn name, else the 1-based position in the list
+    QString device;  // what is opened: a device path or a published link
+
+    bool operator==(const PortEntry&) const = default;
+};
+
+// Where a running simulator publishes its ports as symbolic links:
+// VELMOR_PORTS_DIR if set, else $XDG_RUNTIME_DIR/velmor-ports, else a per-user
+// folder in the temporary directory.
+QString virtualPortsDirectory();
+
+// The system's serial ports in a stable order, then the published virtual
+// ports (whose links still lead somewhere), numbered as above.
+QList<PortEntry> listPorts();
+QList<PortEntry> listPorts(const QList<QSerialPortInfo>& systemPorts, const QString& virtualDir);
+
+// The entry numbered n, or null.
+const PortEntry* findPort(const QList<PortEntry>& ports, int number);
+
+}  // namespace velmor

@@ -128,6 +128,47 @@ QByteArrayView frameWithin(QByteArrayView received)
     return received.isEmpty() ? received : received.sliced(received.size() - 1);
 }
 
+namespace {
+
+// A complete frame with a valid checksum at the start of `v`, or 0.
+qsizetype wellFormedLength(QByteArrayView v)
+{
+    if (v.size() < 4 || byteAt(v, 0) != kFrameStart || byteAt(v, 1) != kFrameStart)
+        return 0;
+    const int n = byteAt(v, kLengthOffset);
+    if (n < 3 || n >= kPayloadBytes || v.size() < n + 4)
+        return 0;
+    unsigned sum = 0;
+    for (int i = 0; i < n; ++i)
+        sum += byteAt(v, kAddressOffset + i);
+    return static_cast<quint8>(sum & 0xFF) == byteAt(v, n + 3) ? n + 4 : 0;
+}
+
+bool answers(QByteArrayView frame, const Request& request)
+{
+    const quint8 address = request.bytes[kAddressOffset];
+    return byteAt(frame, kCommandOffset) == static_cast<quint8>(request.command + kReplyOffset)
+        && byteAt(frame, kGroupOffset) == request.bytes[kGroupOffset]
+        && (address == kBroadcastAddress || byteAt(frame, kAddressOffset) == address);
+}
+
+}  // namespace
+
+qsizetype staleReplyBytes(QByteArrayView received, const Request& request)
+{
+    qsizetype skipped = 0;
+    qsizetype pos = received.indexOf(static_cast<char>(kFrameStart));
+    while (pos >= 0) {
+        const QByteArrayView rest = received.sliced(pos);
+        const qsizetype length = wellFormedLength(rest);
+        if (length == 0 || answers(rest, request))
+            break;
+        skipped = pos + length;
+        pos = received.indexOf(static_cast<char>(kFrameStart), skipped);
+    }
+    return skipped;
+}
+
 bool replyComplete(QByteArrayView received, int expected)
 {
     const qsizetype start = received.indexOf(static_cast<char>(kFrameStart));

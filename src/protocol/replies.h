@@ -32,6 +32,11 @@ bool parseReply(ReplyKind kind, QByteArrayView frame, quint8 command, ModuleReco
 // at all, the last byte alone (which then fails the start check).
 QByteArrayView frameWithin(QByteArrayView received);
 
+// How many bytes at the start of `received` are whole, well-formed replies to
+// some other request (a module that answered after its time-out), noise between
+// them included. They are skipped rather than taken as this request's reply.
+qsizetype staleReplyBytes(QByteArrayView received, const Request& request);
+
 // True once `expected` bytes stand in `received` counted from its first AA, so
 // that noise ahead of a reply cannot make it look complete early.
 bool replyComplete(QByteArrayView received, int expected);

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QSerialPortInfo>
 
 #include <algorithm>
 
@@ -29,14 +30,14 @@ QString virtualPortsDirectory()
 
 QList<PortEntry> listPorts()
 {
-    return listPorts(QSerialPortInfo::availablePorts(), virtualPortsDirectory());
+    QList<PortEntry> systemPorts;
+    for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts())
+        systemPorts.append({info.portName(), 0, info.systemLocation()});
+    return listPorts(systemPorts, virtualPortsDirectory());
 }
 
-QList<PortEntry> listPorts(const QList<QSerialPortInfo>& systemPorts, const QString& virtualDir)
+QList<PortEntry> listPorts(QList<PortEntry> ports, const QString& virtualDir)
 {
-    QList<PortEntry> ports;
-    for (const QSerialPortInfo& info : systemPorts)
-        ports.append({info.portName(), 0, info.systemLocation()});
     std::sort(ports.begin(), ports.end(), [](const PortEntry& a, const PortEntry& b) { return a.name < b.name; });
 
     const QFileInfoList links = QDir(virtualDir).entryInfoList(QDir::System | QDir::Files | QDir::NoDotAndDotDot,

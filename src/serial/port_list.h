@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QList>
-#include <QSerialPortInfo>
 #include <QString>
 
 namespace velmor {
@@ -23,7 +22,8 @@ QString virtualPortsDirectory();
 // The system's serial ports in a stable order, then the published virtual
 // ports (whose links still lead somewhere), numbered as above.
 QList<PortEntry> listPorts();
-QList<PortEntry> listPorts(const QList<QSerialPortInfo>& systemPorts, const QString& virtualDir);
+// systemPorts: name and device of each system port; numbers are given here.
+QList<PortEntry> listPorts(QList<PortEntry> systemPorts, const QString& virtualDir);
 
 // The entry numbered n, or null.
 const PortEntry* findPort(const QList<PortEntry>& ports, int number);

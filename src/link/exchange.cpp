@@ -1,0 +1,106 @@
+#include "exchange.h"
+
+#include "model/messages.h"
+#include "protocol/replies.h"
+
+#include <QEventLoop>
+
+namespace velmor {
+
+Exchange::Exchange(SetupState& state, ComPort& port, OperatorDialogs& dialogs, QObject* parent)
+    : QObject(parent), state_(state), port_(port), dialogs_(dialogs)
+{
+    tmrNewData.setInterval(kNewDataInterval);
+    tmrOver.setInterval(kOverAtStart);
+    tmrOver.setSingleShot(true);
+    connect(&tmrNewData, &QTimer::timeout, this, &Exchange::tmrNewData_Timer);
+    connect(&tmrOver, &QTimer::timeout, this, &Exchange::tmrOver_Timer);
+    // The reply is taken as soon as it is complete; the 200 ms tick stays as a
+    // fallback.
+    connect(&port_, &ComPort::dataArrived, this, &Exchange::tmrNewData_Timer);
+    // A port that goes away ends the exchange at once, as a silent module would.
+    connect(&port_, &ComPort::lost, this, &Exchange::tmrOver_Timer);
+}
+
+bool Exchange::start(const Request& request, int portNumber)
+{
+    pending_ = request;
+    state_.pendingCommand = request.command;
+    replyOk_ = false;
+    replyFailed_ = false;
+    if (!port_.OpenComPort(portNumber))
+        return false;
+    port_.WriteComPort(request.frame());
+    emit frameSent(request.frame());
+    running_ = true;
+    tmrNewData.start();
+    tmrOver.start();
+    return true;
+}
+
+void Exchange::wait()
+{
+    if (replyOk_ || replyFailed_)
+        return;
+    QEventLoop loop;
+    connect(this, &Exchange::ended, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+void Exchange::abandon()
+{
+    finish(true, true);
+}
+
+void Exchange::tmrNewData_Timer()
+{
+    if (!running_)
+        return;
+    const QByteArray waiting = port_.peekWaiting();
+    emit receivedCount(static_cast<int>(waiting.size()));
+    const qsizetype stale = staleReplyBytes(waiting, pending_);
+    if (!replyComplete(QByteArrayView(waiting).sliced(stale), pending_.replyLength()))
+        return;
+    tmrNewData.stop();
+    tmrOver.stop();
+    running_ = false;
+    const QByteArray received = port_.ReadComPort(0);
+    const QByteArray frame = frameWithin(QByteArrayView(received).sliced(stale)).toByteArray();
+    port_.CloseComPort();
+    emit frameReceived(frame);
+
+    if (parseReply(pending_.kind, frame, pending_.command, state_.current(), state_.parseStatus)) {
+        emit replyStored(pending_, frame);
+        finish(true, false);
+        return;
+    }
+    const Language language = languageOf(state_.languageMode);
+    dialogs_.showMessage(pick(msg::kTitle, language), pick(msg::kReturnDataFail, language));
+    finish(false, true);
+}
+
+void Exchange::tmrOver_Timer()
+{
+    if (!running_)
+        return;
+    tmrNewData.stop();
+    tmrOver.stop();
+    running_ = false;
+    port_.BytesWaiting();
+    port_.CloseComPort();
+    // During a search a silent address is normal.
+    if (!state_.searching) {
+        const Language language = languageOf(state_.languageMode);
+        dialogs_.showMessage(pick(msg::kTitle, language), pick(msg::kNoRespond, language));
+    }
+    finish(true, true);
+}
+
+void Exchange::finish(bool ok, bool failed)
+{
+    replyOk_ = ok;
+    replyFailed_ = failed;
+    emit ended();
+}
+
+}  // namespace velmor

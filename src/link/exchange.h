@@ -1,0 +1,65 @@
+#pragma once
+
+#include "operator_dialogs.h"
+#include "model/module_table.h"
+#include "protocol/requests.h"
+#include "serial/com_port.h"
+
+#include <QObject>
+#include <QTimer>
+
+namespace velmor {
+
+// The exchange in flight: one request written, its reply awaited, checked and
+// stored into the current module's record.
+class Exchange : public QObject {
+    Q_OBJECT
+public:
+    static constexpr int kNewDataInterval = 200;
+    static constexpr int kOverAtStart = 1000;
+    static constexpr int kOverDuringSearch = 250;
+    static constexpr int kOverAfterSearch = 2000;
+
+    Exchange(SetupState& state, ComPort& port, OperatorDialogs& dialogs, QObject* parent = nullptr);
+
+    // Opens port n, writes the request and starts both timers. False when the
+    // port would not open; then nothing was written.
+    bool start(const Request& request, int portNumber);
+    // Returns once the exchange has ended, one way or another. The wait blocks
+    // in the event loop, so it costs no CPU.
+    void wait();
+    // Marks the exchange as ended and failed without a reply (port not opened).
+    void abandon();
+
+    bool replyOk() const { return replyOk_; }
+    bool replyFailed() const { return replyFailed_; }
+    ReplyKind pendingKind() const { return pending_.kind; }
+
+    void setOverInterval(int ms) { tmrOver.setInterval(ms); }
+    int overInterval() const { return tmrOver.interval(); }
+
+signals:
+    void frameSent(const QByteArray& frame);
+    void frameReceived(const QByteArray& frame);
+    void receivedCount(int bytes);
+    // A reply was accepted and stored; the front end refreshes what shows it.
+    void replyStored(const velmor::Request& request, const QByteArray& frame);
+    void ended();
+
+private:
+    void tmrNewData_Timer();
+    void tmrOver_Timer();
+    void finish(bool ok, bool failed);
+
+    SetupState& state_;
+    ComPort& port_;
+    OperatorDialogs& dialogs_;
+    Request pending_;
+    bool replyOk_ = false;
+    bool replyFailed_ = false;
+    bool running_ = false;
+    QTimer tmrNewData;
+    QTimer tmrOver;
+};
+
+}  // namespace velmor

@@ -1,0 +1,85 @@
+#include "module_search.h"
+
+#include "model/messages.h"
+
+namespace velmor {
+
+ModuleSearch::ModuleSearch(Operations& operations, OperatorDialogs& dialogs, QObject* parent)
+    : QObject(parent), operations_(operations), dialogs_(dialogs)
+{
+}
+
+int ModuleSearch::cmdSearch_Click(const QList<PortEntry>& ports, int selectedPort)
+{
+    SetupState& state = operations_.state();
+    Exchange& exchange = operations_.exchange();
+    const Language language = languageOf(state.languageMode);
+    if (ports.isEmpty()) {
+        dialogs_.showMessage(pick(msg::kTitle, language), pick(msg::kNoComPort, language));
+        return 0;
+    }
+    state.current().portNumber = static_cast<qint16>(selectedPort);
+    emit operationsEnabled(false);
+
+    state.searching = true;
+    state.currentModule = 0;
+    state.moduleCount = 0;
+    exchange.setOverInterval(Exchange::kOverDuringSearch);
+    emit progressMaximum(static_cast<int>(ports.size()) * kAddresses);
+    for (int p = 0; p < ports.size(); ++p) {
+        if (!searchPort(ports[p], p))
+            break;
+    }
+    state.searching = false;
+    exchange.setOverInterval(Exchange::kOverAfterSearch);
+
+    emit modulesFound(state.moduleCount);
+    for (int i = 0; i < state.moduleCount; ++i) {
+        state.channelMask[static_cast<size_t>(i)] = -1;
+        state.currentModule = i;
+        operations_.cmdFrame3Receive();
+    }
+    emit progress(0);
+    emit operationsEnabled(state.moduleCount > 0);
+    report();
+    state.currentModule = 0;
+    return state.moduleCount;
+}
+
+// False once the table is full: the search ends there.
+bool ModuleSearch::searchPort(const PortEntry& port, int p)
+{
+    SetupState& state = operations_.state();
+    Exchange& exchange = operations_.exchange();
+    const Language language = languageOf(state.languageMode);
+    for (int a = 0; a < kAddresses; ++a) {
+        if (!exchange.start(readInfoRequest(a), port.number)) {
+            dialogs_.showMessage(pick(msg::kTitle, language), msg::openPortFail(port.name, language));
+            exchange.abandon();
+            emit progress((p + 1) * kAddresses);
+            return true;
+        }
+        // The product, not a running count, is the progress value; kept as it is.
+        emit progress((a + 1) * (p + 1));
+        exchange.wait();
+        if (exchange.replyOk() && !exchange.replyFailed()) {
+            state.current().portNumber = static_cast<qint16>(port.number);
+            ++state.currentModule;
+            ++state.moduleCount;
+            if (state.currentModule >= kModuleSlots)
+                return false;
+        }
+    }
+    return true;
+}
+
+void ModuleSearch::report()
+{
+    const SetupState& state = operations_.state();
+    const Language language = languageOf(state.languageMode);
+    const QString text = state.moduleCount == 0 ? pick(msg::kNoModuleFound, language)
+                                                : msg::foundModules(state.moduleCount, language);
+    dialogs_.showMessage(pick(msg::kTitle, language), text);
+}
+
+}  // namespace velmor

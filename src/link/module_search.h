@@ -1,0 +1,39 @@
+#pragma once
+
+#include "operations.h"
+#include "serial/port_list.h"
+
+#include <QObject>
+
+namespace velmor {
+
+// The search of every listed port at addresses 0..16, then a whole read of
+// every module found.
+class ModuleSearch : public QObject {
+    Q_OBJECT
+public:
+    static constexpr int kAddresses = 17;
+
+    ModuleSearch(Operations& operations, OperatorDialogs& dialogs, QObject* parent = nullptr);
+
+    // Searches `ports` in order; `selectedPort` is the number the chooser shows.
+    // Returns how many modules were found and recorded.
+    int cmdSearch_Click(const QList<PortEntry>& ports, int selectedPort);
+
+signals:
+    void progressMaximum(int maximum);
+    void progress(int value);
+    // The module tabs: one per module found, in table order.
+    void modulesFound(int count);
+    // The three operation panels and the Balance, Read and Send menu entries.
+    void operationsEnabled(bool enabled);
+
+private:
+    bool searchPort(const PortEntry& port, int p);
+    void report();
+
+    Operations& operations_;
+    OperatorDialogs& dialogs_;
+};
+
+}  // namespace velmor

@@ -28,6 +28,7 @@ bool Exchange::start(const Request& request, int portNumber)
     state_.pendingCommand = request.command;
     replyOk_ = false;
     replyFailed_ = false;
+    failure_ = Failure::None;
     if (!port_.OpenComPort(portNumber))
         return false;
     port_.WriteComPort(request.frame());
@@ -49,7 +50,7 @@ void Exchange::wait()
 
 void Exchange::abandon()
 {
-    finish(true, true);
+    finish(true, true, Failure::PortNotOpened);
 }
 
 void Exchange::tmrNewData_Timer()
@@ -71,12 +72,12 @@ void Exchange::tmrNewData_Timer()
 
     if (parseReply(pending_.kind, frame, pending_.command, state_.current(), state_.parseStatus)) {
         emit replyStored(pending_, frame);
-        finish(true, false);
+        finish(true, false, Failure::None);
         return;
     }
     const Language language = languageOf(state_.languageMode);
     dialogs_.showMessage(pick(msg::kTitle, language), pick(msg::kReturnDataFail, language));
-    finish(false, true);
+    finish(false, true, Failure::BadReply);
 }
 
 void Exchange::tmrOver_Timer()
@@ -93,11 +94,12 @@ void Exchange::tmrOver_Timer()
         const Language language = languageOf(state_.languageMode);
         dialogs_.showMessage(pick(msg::kTitle, language), pick(msg::kNoRespond, language));
     }
-    finish(true, true);
+    finish(true, true, Failure::NoReply);
 }
 
-void Exchange::finish(bool ok, bool failed)
+void Exchange::finish(bool ok, bool failed, Failure failure)
 {
+    failure_ = failure;
     replyOk_ = ok;
     replyFailed_ = failed;
     emit ended();

@@ -10,6 +10,9 @@
 
 namespace velmor {
 
+// How the last exchange ended.
+enum class Failure { None, PortNotOpened, NoReply, BadReply };
+
 // The exchange in flight: one request written, its reply awaited, checked and
 // stored into the current module's record.
 class Exchange : public QObject {
@@ -32,6 +35,7 @@ public:
     void abandon();
 
     bool replyOk() const { return replyOk_; }
+    Failure failure() const { return failure_; }
     bool replyFailed() const { return replyFailed_; }
     ReplyKind pendingKind() const { return pending_.kind; }
 
@@ -49,7 +53,7 @@ signals:
 private:
     void tmrNewData_Timer();
     void tmrOver_Timer();
-    void finish(bool ok, bool failed);
+    void finish(bool ok, bool failed, Failure failure);
 
     SetupState& state_;
     ComPort& port_;
@@ -57,6 +61,7 @@ private:
     Request pending_;
     bool replyOk_ = false;
     bool replyFailed_ = false;
+    Failure failure_ = Failure::None;
     bool running_ = false;
     QTimer tmrNewData;
     QTimer tmrOver;

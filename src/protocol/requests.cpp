@@ -84,11 +84,13 @@ Request writeCalibrationRequest(const ModuleRecord& record, int k)
 
 Request balanceRequest(const ModuleRecord& record, qint32 channelMask)
 {
-    // The mask goes out as 16 bits; a negative mask (bit 15 set, as after the
-    // reset to -1) keeps bits 0..14 and sets the top bit of the high byte.
-    qint32 m = channelMask;
+    // The mask goes out as a 16-bit pattern; with its bit 15 set (as after the
+    // reset to -1) it keeps bits 0..14 and sets the top bit of the high byte.
+    // The test is on bit 15, not on the sign of the 32-bit value: a mask that
+    // started at -1 stays negative after channel 16 is deselected.
+    qint32 m = channelMask & 0xFFFF;
     quint8 top = 0;
-    if (m < 0) {
+    if (m & 0x8000) {
         m &= 0x7FFF;
         top = 0x80;
     }

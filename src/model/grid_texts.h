@@ -1,0 +1,42 @@
+#pragma once
+
+#include "language.h"
+
+// Labels of the module-information panel and headings of the channel, adjust
+// and coefficient grids.
+namespace velmor::grid {
+
+inline constexpr Text kModuleInformation{"模块信息", "Module Information"};
+inline constexpr Text kPortLabel{"串口地址", "COM Port"};
+inline constexpr Text kModuleLabel{"模块卡号", "Module Index"};
+
+// The module-information labels in panel order.
+inline constexpr Text kModelLabel{"产品类型", "Type"};
+inline constexpr Text kNumberLabel{"产品序号", "serial num."};
+inline constexpr Text kVersionLabel{"版本", "Ver."};
+inline constexpr Text kBalanceLabel{"桥平衡", "Balance"};
+inline constexpr Text kExcitationLabel{"激励类型", "Excitation"};
+inline constexpr Text kCouplingLabel{"AC耦合", "Coupling"};
+inline constexpr Text kFilterLabel{"低通滤波", "Filter"};
+inline constexpr Text kHoldLabel{"同步采保", "SSH"};
+inline constexpr Text kZeroAdjustLabel{"零点调整", "Zero Adjust"};
+inline constexpr Text kGainAdjustLabel{"增益调整", "Gain Adjust"};
+inline constexpr Text kGainLabel{"放大倍数", "Gain"};
+inline constexpr Text kIntegralLabel{"积分", "Integral"};
+
+// Channel grid, columns 1 to 10 (column 0 reads "CH" and the channel number).
+inline constexpr Text kChannelPrefix{"CH", "CH"};
+inline constexpr Text kChannelHeadings[] = {
+    {"激励", "Excitation"},  {"桥平衡", "Balance"},  {"自动平衡", "Auto"},
+    {"AC耦合", "Coupling"},  {"放大倍数", "Gain"},   {"截止频率", "Cut off"},
+    {"同步采保", "SSH"},     {"零点调整", "Zero Adjust"}, {"增益调整", "Gain Adjust"},
+    {"积分", "Integral"},
+};
+
+// Adjust and coefficient grids: the heading is followed directly by 1, 2, ...
+inline constexpr Text kZeroAdjustHeading{"零点调整", "Zero Adjust"};
+inline constexpr Text kGainAdjustHeading{"增益调整", "Gain Adjust"};
+inline constexpr Text kGainCoefHeading{"增益系数", "Gain Coef"};
+inline constexpr Text kZeroCoefHeading{"零点偏移", "Zero Coef"};
+
+}  // namespace velmor::grid

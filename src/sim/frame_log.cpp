@@ -1,0 +1,41 @@
+#include "frame_log.h"
+
+#include "protocol/frame_text.h"
+
+#include <cstdio>
+
+namespace velmor::sim {
+
+QString frameLogLine(const QTime& time, Direction direction, QByteArrayView frame)
+{
+    QString text = frameToText(frame);
+    text.remove(QStringLiteral("\r\n"));
+    while (text.endsWith(QLatin1Char(' ')))
+        text.chop(1);
+    const QLatin1Char arrow(direction == Direction::Received ? '>' : '<');
+    return time.toString(QStringLiteral("hh:mm:ss.zzz")) + QLatin1Char(' ') + arrow + QLatin1Char(' ') + text;
+}
+
+bool FrameLog::open(const QString& path, QString* error)
+{
+    bool ok = false;
+    if (path.isEmpty()) {
+        ok = file_.open(stderr, QIODevice::WriteOnly | QIODevice::Unbuffered);
+    } else {
+        file_.setFileName(path);
+        ok = file_.open(QIODevice::Append | QIODevice::Text);
+    }
+    if (!ok && error)
+        *error = QStringLiteral("cannot open the log %1: %2").arg(path, file_.errorString());
+    return ok;
+}
+
+void FrameLog::write(Direction direction, QByteArrayView frame)
+{
+    if (!file_.isOpen())
+        return;
+    file_.write((frameLogLine(QTime::currentTime(), direction, frame) + QLatin1Char('\n')).toUtf8());
+    file_.flush();
+}
+
+}  // namespace velmor::sim

@@ -1,0 +1,62 @@
+#include "sim_session.h"
+
+#include "sim_values.h"
+#include "state_file.h"
+
+#include <QFileInfo>
+
+namespace velmor::sim {
+
+SimSession::SimSession(const SimOptions& options, QObject* parent)
+    : QObject(parent)
+    , options_(options)
+    , line_(options.line)
+{
+    connect(&line_, &VirtualLine::frameLogged, this,
+            [this](Direction direction, const QByteArray& frame) { log_.write(direction, frame); });
+    connect(&line_, &VirtualLine::memoryChanged, this, &SimSession::saveModules);
+    connect(&line_, &VirtualLine::vanished, this, [this] {
+        link_.remove();
+        emit ended();
+    });
+}
+
+bool SimSession::start(QString* error)
+{
+    if (!log_.open(options_.logFile, error) || !loadModules(error) || !line_.open(error))
+        return false;
+    for (const Fault& fault : options_.faults)
+        line_.faults().add(fault);
+    return link_.publish(options_.portsDir, options_.name, line_.devicePath(), error);
+}
+
+QString SimSession::readyLine() const { return options_.name + QLatin1Char('\t') + line_.devicePath(); }
+
+bool SimSession::loadModules(QString* error)
+{
+    QList<ModuleRecord> saved;
+    if (!options_.stateFile.isEmpty() && QFileInfo::exists(options_.stateFile)
+        && !loadState(options_.stateFile, saved, error))
+        return false;
+    // A saved module replaces the command line's module of the same address.
+    for (const ModuleAt& wanted : options_.modules) {
+        const bool replaced = std::any_of(saved.begin(), saved.end(),
+                                          [&](const ModuleRecord& r) { return r.busAddress == wanted.address; });
+        if (!replaced)
+            line_.addModule(SimModule(simulatedModule(wanted.address, wanted.modelCode, options_.seed), options_.seed));
+    }
+    for (const ModuleRecord& record : saved)
+        line_.addModule(SimModule(record, options_.seed));
+    return true;
+}
+
+void SimSession::saveModules()
+{
+    if (options_.stateFile.isEmpty())
+        return;
+    QString error;
+    if (!saveState(options_.stateFile, line_.memories(), &error))
+        qWarning("velmor-sim: %s", qPrintable(error));
+}
+
+}  // namespace velmor::sim

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "frame_log.h"
+#include "published_link.h"
+#include "sim_options.h"
+#include "virtual_line.h"
+
+#include <QObject>
+#include <QString>
+
+namespace velmor::sim {
+
+// One running velmor-sim: the modules (from the command line and the state
+// file), the line on its pseudo-terminal, the published link, the frame log
+// and the state kept after every change.
+class SimSession : public QObject {
+    Q_OBJECT
+public:
+    explicit SimSession(const SimOptions& options, QObject* parent = nullptr);
+
+    // options.portsDir must be set. False with a message when anything fails.
+    bool start(QString* error);
+    // "NAME<TAB>/dev/pts/N", what scripts wait for.
+    QString readyLine() const;
+
+signals:
+    // The line vanished; the link is gone.
+    void ended();
+
+private:
+    bool loadModules(QString* error);
+    void saveModules();
+
+    SimOptions options_;
+    VirtualLine line_;
+    PublishedLink link_;
+    FrameLog log_;
+};
+
+}  // namespace velmor::sim

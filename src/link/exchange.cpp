@@ -13,6 +13,7 @@ Exchange::Exchange(SetupState& state, ComPort& port, OperatorDialogs& dialogs, Q
     tmrNewData.setInterval(kNewDataInterval);
     tmrOver.setInterval(kOverAtStart);
     tmrOver.setSingleShot(true);
+    tmrOver.setTimerType(Qt::PreciseTimer);  // the time-outs are exact, never early
     connect(&tmrNewData, &QTimer::timeout, this, &Exchange::tmrNewData_Timer);
     connect(&tmrOver, &QTimer::timeout, this, &Exchange::tmrOver_Timer);
     // The reply is taken as soon as it is complete; the 200 ms tick stays as a

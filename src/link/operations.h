@@ -21,6 +21,7 @@ public:
     Operations(SetupState& state, ComPort& port, OperatorDialogs& dialogs, QObject* parent = nullptr);
 
     Exchange& exchange() { return exchange_; }
+    const Exchange& exchange() const { return exchange_; }
     SetupState& state() { return state_; }
     bool sequenceDone() const { return sequenceDone_; }
 

@@ -144,12 +144,24 @@ qsizetype wellFormedLength(QByteArrayView v)
     return static_cast<quint8>(sum & 0xFF) == byteAt(v, n + 3) ? n + 4 : 0;
 }
 
-bool answers(QByteArrayView frame, const Request& request)
+bool isReplyCode(quint8 code)
+{
+    for (quint8 command : {kCmdBeckon, kCmdRead, kCmdWrite, kCmdBalance})
+        if (code == command + kReplyOffset)
+            return true;
+    return false;
+}
+
+// A reply of the protocol that answers some other request than this one.
+bool answersAnotherRequest(QByteArrayView frame, const Request& request)
 {
     const quint8 address = request.bytes[kAddressOffset];
-    return byteAt(frame, kCommandOffset) == static_cast<quint8>(request.command + kReplyOffset)
-        && byteAt(frame, kGroupOffset) == request.bytes[kGroupOffset]
-        && (address == kBroadcastAddress || byteAt(frame, kAddressOffset) == address);
+    const quint8 echo = byteAt(frame, kCommandOffset);
+    if (!isReplyCode(echo))
+        return false;
+    return echo != static_cast<quint8>(request.command + kReplyOffset)
+        || byteAt(frame, kGroupOffset) != request.bytes[kGroupOffset]
+        || (address != kBroadcastAddress && byteAt(frame, kAddressOffset) != address);
 }
 
 }  // namespace
@@ -161,7 +173,7 @@ qsizetype staleReplyBytes(QByteArrayView received, const Request& request)
     while (pos >= 0) {
         const QByteArrayView rest = received.sliced(pos);
         const qsizetype length = wellFormedLength(rest);
-        if (length == 0 || answers(rest, request))
+        if (length == 0 || !answersAnotherRequest(rest, request))
             break;
         skipped = pos + length;
         pos = received.indexOf(static_cast<char>(kFrameStart), skipped);

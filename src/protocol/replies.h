@@ -33,8 +33,9 @@ bool parseReply(ReplyKind kind, QByteArrayView frame, quint8 command, ModuleReco
 QByteArrayView frameWithin(QByteArrayView received);
 
 // How many bytes at the start of `received` are whole, well-formed replies to
-// some other request (a module that answered after its time-out), noise between
-// them included. They are skipped rather than taken as this request's reply.
+// some other request (a module that answered after its time-out: another
+// reply code, group or address), noise between them included. They are skipped
+// rather than taken as this request's reply; anything else is left to the checks.
 qsizetype staleReplyBytes(QByteArrayView received, const Request& request);
 
 // True once `expected` bytes stand in `received` counted from its first AA, so

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "link/module_search.h"
+#include "link/operations.h"
+#include "support/sim_line.h"
+
+#include <QList>
+#include <QPair>
+#include <QString>
+
+namespace velmor::testing {
+
+// Message boxes as a list; questions answered as the test says.
+class RecordingDialogs : public OperatorDialogs {
+public:
+    void showMessage(const QString& title, const QString& text) override { messages.append({title, text}); }
+    bool confirm(const QString& title, const QString& text) override
+    {
+        questions.append({title, text});
+        return answer;
+    }
+    QStringList texts() const;
+
+    QList<QPair<QString, QString>> messages;
+    QList<QPair<QString, QString>> questions;
+    bool answer = true;
+};
+
+// The program's side: the module table, the real serial code and the flows,
+// in English unless a test says otherwise.
+struct LinkRig {
+    LinkRig();
+
+    // Lists the ports again (the lines a test started are published by now)
+    // and points the current module at `line`'s port and `address`.
+    void select(const SimLine& line, int address);
+    int portNumberOf(const SimLine& line) const;
+
+    SetupState state;
+    ComPort port;
+    RecordingDialogs dialogs;
+    Operations operations{state, port, dialogs};
+};
+
+// Values a module returns and the record should now hold.
+bool sameChannelParameters(const ChannelRecord& a, const ChannelRecord& b);
+bool sameAdjustAndCoefficients(const ChannelRecord& a, const ChannelRecord& b, bool wide);
+bool sameModuleInformation(const ModuleRecord& a, const ModuleRecord& b);
+
+}  // namespace velmor::testing

@@ -1,0 +1,240 @@
+#include "link_rig.h"
+#include "protocol/replies.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <ctime>
+
+using namespace velmor;
+using namespace velmor::testing;
+
+namespace {
+
+double processCpuSeconds()
+{
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+}  // namespace
+
+class ExchangeTest : public QObject {
+    Q_OBJECT
+private slots:
+    void timeOutIsOneSecondAtStart();
+    void noiseBeforeTheReplyIsFoundAndAccepted();
+    void wrongChecksumGivesReturnDataFail();
+    void echoOfTheCommandItselfIsRefusedWithStatus4();
+    void rejectedReplyChangesNothingInTheTable();
+    void replyMissingItsLastByteWaitsForTheTimeOut();
+    void replySplitWithGapsIsGathered();
+    void pacedReplyIsTakenAsSoonAsItIsComplete();
+    void lateReplyDoesNotCorruptTheNextExchange();
+    void staleReplyAheadOfTheAnswerIsSkipped();
+    void moduleDroppingOffStopsTheChainAtThatStep();
+    void vanishingPortEndsTheChainWithOneMessage();
+    void chineseMessagesFollowTheLanguageFlag();
+};
+
+void ExchangeTest::timeOutIsOneSecondAtStart()
+{
+    LinkRig rig;
+    QCOMPARE(rig.operations.exchange().overInterval(), 1000);
+}
+
+void ExchangeTest::noiseBeforeTheReplyIsFoundAndAccepted()
+{
+    SimLine line({sim::ModuleAt{5, 2}});
+    QVERIFY(line.isReady());
+    line.addFault(5, sim::FaultKind::Noise);
+    LinkRig rig;
+    rig.select(line, 5);
+    QVERIFY(rig.operations.readModuleInfo());
+    QVERIFY(rig.dialogs.messages.isEmpty());
+    QVERIFY(sameModuleInformation(rig.state.current(), line.memory(5)));
+}
+
+void ExchangeTest::wrongChecksumGivesReturnDataFail()
+{
+    SimLine line({sim::ModuleAt{5, 2}});
+    QVERIFY(line.isReady());
+    line.addFault(5, sim::FaultKind::Checksum);
+    LinkRig rig;
+    rig.select(line, 5);
+    QVERIFY(!rig.operations.readChannelGroup(0));
+    QCOMPARE(rig.state.parseStatus, 3);
+    QCOMPARE(rig.dialogs.messages.size(), 1);
+    QCOMPARE(rig.dialogs.messages.first(), qMakePair(QStringLiteral("Module Setup"), QStringLiteral("Return data fail.")));
+    QVERIFY(rig.operations.exchange().replyFailed());
+    QVERIFY(!rig.operations.exchange().replyOk());
+    QCOMPARE(rig.operations.exchange().failure(), Failure::BadReply);
+    QVERIFY(!rig.port.isOpen());
+}
+
+void ExchangeTest::echoOfTheCommandItselfIsRefusedWithStatus4()
+{
+    SimLine line({sim::ModuleAt{5, 2}});
+    QVERIFY(line.isReady());
+    line.addFault(5, sim::FaultKind::Echo);
+    LinkRig rig;
+    rig.select(line, 5);
+    QVERIFY(!rig.operations.readAdjustBlock(0));
+    QCOMPARE(rig.state.parseStatus, 4);
+    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("Return data fail.")});
+}
+
+void ExchangeTest::rejectedReplyChangesNothingInTheTable()
+{
+    SimLine line({sim::ModuleAt{5, 2}});
+    QVERIFY(line.isReady());
+    line.addFault(5, sim::FaultKind::Checksum);
+    LinkRig rig;
+    rig.select(line, 5);
+    const SetupState before = rig.state;
+    QVERIFY(!rig.operations.readModuleInfo());
+    QVERIFY(!rig.operations.readCalibrationPair(3));
+    QCOMPARE(rig.state.table, before.table);
+}
+
+void ExchangeTest::replyMissingItsLastByteWaitsForTheTimeOut()
+{
+    SimLine line({sim::ModuleAt{5, 2}});
+    QVERIFY(line.isReady());
+    line.addFault(5, sim::FaultKind::Truncate, 0, 1);  // 54 of 55 bytes
+    LinkRig rig;
+    rig.select(line, 5);
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY(!rig.operations.readChannelGroup(1));
+    QVERIFY(clock.elapsed() >= Exchange::kOverAtStart);
+    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
+    QCOMPARE(rig.operations.exchange().failure(), Failure::NoReply);
+    QVERIFY(rig.operations.exchange().replyOk() && rig.operations.exchange().replyFailed());
+    QVERIFY(!rig.port.isOpen());
+}
+
+void ExchangeTest::replySplitWithGapsIsGathered()
+{
+    SimLine line({sim::ModuleAt{5, 2}});
+    QVERIFY(line.isReady());
+    line.addFault(5, sim::FaultKind::Split, 0, 150);
+    LinkRig rig;
+    rig.select(line, 5);
+    QVERIFY(rig.operations.readChannelGroup(2));
+    for (size_t c = 8; c < 12; ++c)
+        QVERIFY(sameChannelParameters(rig.state.current().channels[c], line.memory(5).channels[c]));
+}
+
+void ExchangeTest::pacedReplyIsTakenAsSoonAsItIsComplete()
+{
+    SimLine line({sim::ModuleAt{5, 2}}, Pacing::Paced);
+    QVERIFY(line.isReady());
+    LinkRig rig;
+    rig.select(line, 5);
+    QSignalSpy counts(&rig.operations.exchange(), &Exchange::receivedCount);
+    QVERIFY(rig.operations.readModuleInfo());
+    // The bytes trickle in at 4800 baud; the reply is taken on the chunk that
+    // completes it, not on a later timer tick.
+    QVERIFY(counts.count() > 1);
+    QCOMPARE(counts.last().first().toInt(), 55);
+}
+
+void ExchangeTest::lateReplyDoesNotCorruptTheNextExchange()
+{
+    SimLine line({sim::ModuleAt{5, 2}});
+    QVERIFY(line.isReady());
+    line.addFault(5, sim::FaultKind::Late, 1, 1400);
+    LinkRig rig;
+    rig.select(line, 5);
+    QVERIFY(!rig.operations.readModuleInfo());
+    QCOMPARE(rig.operations.exchange().failure(), Failure::NoReply);
+    // The late information reply lands while the next exchange is waiting.
+    QVERIFY(rig.operations.readChannelGroup(3));
+    QVERIFY(rig.operations.readChannelGroup(0));
+    const ModuleRecord& record = rig.state.current();
+    for (size_t c : {0u, 1u, 2u, 3u, 12u, 13u, 14u, 15u})
+        QVERIFY(sameChannelParameters(record.channels[c], line.memory(5).channels[c]));
+    QCOMPARE(record.moduleNumber, defaultModule().moduleNumber);  // the stale reply was not stored
+    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
+}
+
+void ExchangeTest::staleReplyAheadOfTheAnswerIsSkipped()
+{
+    const Request request = readChannelGroupRequest(defaultModule(), 1);
+    Request other = readInfoRequest(0);
+    QByteArray stale = writeInfoRequest(defaultModule()).frame();
+    stale[kCommandOffset] = static_cast<char>(kCmdRead + kReplyOffset);
+    stale[kAddressOffset] = 0;
+    stale[54] = static_cast<char>(checksumOf(reinterpret_cast<const quint8*>(stale.constData()), kFullN));
+    const QByteArray noise("\x00\x55", 2);
+    QCOMPARE(staleReplyBytes(noise + stale + noise, request), 2 + 55);
+    // A reply with a broken echo is not stale: the checks must see it.
+    QByteArray broken = stale;
+    broken[kCommandOffset] = static_cast<char>(kCmdRead);
+    broken[54] = static_cast<char>(checksumOf(reinterpret_cast<const quint8*>(broken.constData()), kFullN));
+    QCOMPARE(staleReplyBytes(broken, request), 0);
+    // Nor is the reply that answers the request.
+    QCOMPARE(staleReplyBytes(stale, other), 0);
+}
+
+void ExchangeTest::moduleDroppingOffStopsTheChainAtThatStep()
+{
+    SimLine line({sim::ModuleAt{5, 2}});
+    QVERIFY(line.isReady());
+    line.addFault(5, sim::FaultKind::Dropoff, 6);
+    LinkRig rig;
+    rig.select(line, 5);
+    QVERIFY(!rig.operations.cmdFrame3Receive());
+    QCOMPARE(line.requests().size(), 7);  // six answered, the seventh timed out
+    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
+}
+
+void ExchangeTest::vanishingPortEndsTheChainWithOneMessage()
+{
+    // Paced, the line goes 100 ms after the fourth reply: in the middle of the
+    // fifth exchange.
+    sim::LineSettings settings;
+    settings.vanishAfter = 4;
+    SimLine line({sim::ModuleAt{5, 2}}, settings);
+    QVERIFY(line.isReady());
+    LinkRig rig;
+    rig.select(line, 5);
+    QSignalSpy lost(&rig.port, &ComPort::lost);
+    const double cpuBefore = processCpuSeconds();
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY(!rig.operations.cmdFrame3Receive());
+    QTest::qWait(500);  // a storm of driver errors, if any, would come now
+    const double cpu = processCpuSeconds() - cpuBefore;
+    QCOMPARE(rig.dialogs.messages.size(), 1);
+    QVERIFY(!rig.port.isOpen());
+    QCOMPARE(line.requests().size(), 5);
+    QCOMPARE(lost.count(), 1);
+    QCOMPARE(rig.operations.exchange().failure(), Failure::NoReply);
+    // A spinning loop would burn about as much CPU as time went by.
+    QVERIFY2(cpu < 0.5 * (static_cast<double>(clock.elapsed()) / 1000.0) + 0.2,
+             qPrintable(QStringLiteral("cpu %1 s over %2 ms").arg(cpu).arg(clock.elapsed())));
+    // The next request finds the port gone and says so once.
+    rig.dialogs.messages.clear();
+    QVERIFY(!rig.operations.readModuleInfo());
+    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("Open COM port fail.")});
+}
+
+void ExchangeTest::chineseMessagesFollowTheLanguageFlag()
+{
+    SimLine line({sim::ModuleAt{5, 2}});
+    QVERIFY(line.isReady());
+    line.addFault(5, sim::FaultKind::Checksum, 1);
+    line.addFault(5, sim::FaultKind::Silence, 2);
+    LinkRig rig;
+    rig.state.languageMode = 1;
+    rig.select(line, 5);
+    QVERIFY(!rig.operations.readModuleInfo());
+    QVERIFY(!rig.operations.readModuleInfo());
+    QCOMPARE(rig.dialogs.messages.at(0), qMakePair(QStringLiteral("模块参数设置"), QStringLiteral("返回数据错误。")));
+    QCOMPARE(rig.dialogs.messages.at(1), qMakePair(QStringLiteral("模块参数设置"), QStringLiteral("通讯失败，没有响应。")));
+}
+
+QTEST_GUILESS_MAIN(ExchangeTest)
+#include "test_exchange.moc"

@@ -1,0 +1,293 @@
+#include "link_rig.h"
+#include "protocol/frame.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace velmor;
+using namespace velmor::testing;
+
+namespace {
+
+// The group selectors of the requests the line has seen, in order.
+QList<int> selectors(const SimLine& line)
+{
+    QList<int> out;
+    for (const QByteArray& request : line.requests())
+        out << static_cast<quint8>(request[kGroupOffset]);
+    return out;
+}
+
+}  // namespace
+
+class FlowsTest : public QObject {
+    Q_OBJECT
+private slots:
+    void readEverythingOfFourChannelsSendsOneRequestPerChain();
+    void readEverythingOfSixteenChannelsSendsFourAndEightPerChain();
+    void readEverythingStoresWhatTheModuleHolds();
+    void readEverythingOfModelThreeTakesElevenGainCoefficients();
+    void failedModuleInformationReadStopsTheWholeRead();
+    void failedStepStopsTheChainAfterIt();
+    void sendEverythingWritesParametersAdjustAndCalibration();
+    void channelGroupsOfTheReadLayoutComeBackUnchanged();
+    void beckonGoesToEveryModuleWhateverIsSelected();
+    void informationWriteWaitsForConfirmation();
+    void informationWriteGoesToAddress255WithTheNewAddress();
+    void portThatWillNotOpenStopsWithErrorTitle();
+    void balancePortFailureUsesItsOwnTitle();
+    void failedBalanceNeitherWaitsNorRereads();
+    void balanceReadsBackNewValuesOfMaskedChannels();
+    void commandsAreLockedDuringARequest();
+};
+
+void FlowsTest::readEverythingOfFourChannelsSendsOneRequestPerChain()
+{
+    SimLine line({sim::ModuleAt{3, 0}});  // TM-A4
+    QVERIFY2(line.isReady(), qPrintable(line.error()));
+    LinkRig rig;
+    rig.select(line, 3);
+    QVERIFY(rig.operations.cmdFrame3Receive());
+    QCOMPARE(selectors(line), (QList<int>{0, 1, 5, 9, 10}));
+    QCOMPARE(rig.state.current().channelCount, 4);
+}
+
+void FlowsTest::readEverythingOfSixteenChannelsSendsFourAndEightPerChain()
+{
+    SimLine line({sim::ModuleAt{7, 2}});  // TM-C16
+    QVERIFY(line.isReady());
+    LinkRig rig;
+    rig.select(line, 7);
+    rig.state.current().channelCount = 4;  // the information read sets it
+    QVERIFY(rig.operations.cmdFrame3Receive());
+    QCOMPARE(selectors(line), (QList<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16}));
+    QVERIFY(rig.dialogs.messages.isEmpty());
+}
+
+void FlowsTest::readEverythingStoresWhatTheModuleHolds()
+{
+    SimLine line({sim::ModuleAt{2, 2}});
+    QVERIFY(line.isReady());
+    LinkRig rig;
+    rig.select(line, 2);
+    QVERIFY(rig.operations.cmdFrame3Receive());
+    const ModuleRecord& module = line.memory(2);
+    const ModuleRecord& record = rig.state.current();
+    QVERIFY(sameModuleInformation(record, module));
+    for (size_t c = 0; c < 16; ++c) {
+        QVERIFY2(sameChannelParameters(record.channels[c], module.channels[c]), qPrintable(QString::number(c)));
+        QVERIFY2(sameAdjustAndCoefficients(record.channels[c], module.channels[c], false), qPrintable(QString::number(c)));
+    }
+    QCOMPARE(record.channels[16], ChannelRecord{});  // the spare slot is never filled
+}
+
+void FlowsTest::readEverythingOfModelThreeTakesElevenGainCoefficients()
+{
+    SimLine line({sim::ModuleAt{4, 3}});  // TM-B8
+    QVERIFY(line.isReady());
+    LinkRig rig;
+    rig.select(line, 4);
+    QVERIFY(rig.operations.cmdFrame3Receive());
+    QCOMPARE(rig.state.current().channelCount, 8);
+    for (size_t c = 0; c < 8; ++c)
+        QVERIFY(sameAdjustAndCoefficients(rig.state.current().channels[c], line.memory(4).channels[c], true));
+}
+
+void FlowsTest::failedModuleInformationReadStopsTheWholeRead()
+{
+    SimLine line({sim::ModuleAt{2, 2}});
+    QVERIFY(line.isReady());
+    line.addFault(2, sim::FaultKind::Silence, 1);
+    LinkRig rig;
+    rig.select(line, 2);
+    const ModuleRecord before = rig.state.current();
+    QVERIFY(!rig.operations.cmdFrame3Receive());
+    QCOMPARE(line.requests().size(), 1);
+    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
+    QCOMPARE(rig.operations.exchange().failure(), Failure::NoReply);
+    QVERIFY(rig.operations.sequenceDone());
+    QCOMPARE(rig.state.current(), before);
+}
+
+void FlowsTest::failedStepStopsTheChainAfterIt()
+{
+    SimLine line({sim::ModuleAt{2, 2}});
+    QVERIFY(line.isReady());
+    line.addFault(2, sim::FaultKind::Checksum, 3);  // the second channel group
+    LinkRig rig;
+    rig.select(line, 2);
+    QVERIFY(!rig.operations.cmdFrame3Receive());
+    QCOMPARE(selectors(line), (QList<int>{0, 1, 2}));
+    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("Return data fail.")});
+    QCOMPARE(rig.state.parseStatus, 3);
+    // The first group was stored; nothing of the refused one was.
+    QVERIFY(sameChannelParameters(rig.state.current().channels[0], line.memory(2).channels[0]));
+    QVERIFY(sameChannelParameters(rig.state.current().channels[4], defaultChannel(4)));
+}
+
+void FlowsTest::sendEverythingWritesParametersAdjustAndCalibration()
+{
+    SimLine line({sim::ModuleAt{6, 1}});  // TM-A8
+    QVERIFY(line.isReady());
+    LinkRig rig;
+    rig.select(line, 6);
+    QVERIFY(rig.operations.cmdFrame3Receive());
+    ModuleRecord& record = rig.state.current();
+    for (size_t c = 0; c < 8; ++c) {
+        record.channels[c].gain = static_cast<qint16>(c % 4);
+        record.channels[c].cutoff = 1000 + static_cast<int>(c);
+        record.channels[c].zeroAdjustTable[2] = 200 + static_cast<int>(c);
+        record.channels[c].gainCoef[3] = 12345 + static_cast<int>(c);
+    }
+    line.clearFrames();
+    QVERIFY(rig.operations.cmdFrame1Send());
+    QCOMPARE(selectors(line), (QList<int>{1, 2, 5, 6, 9, 10, 11, 12}));
+    for (size_t c = 0; c < 8; ++c) {
+        QVERIFY(sameChannelParameters(line.memory(6).channels[c], record.channels[c]));
+        QVERIFY(sameAdjustAndCoefficients(line.memory(6).channels[c], record.channels[c], false));
+    }
+}
+
+void FlowsTest::channelGroupsOfTheReadLayoutComeBackUnchanged()
+{
+    SimLine line({sim::ModuleAt{2, 2}});
+    QVERIFY(line.isReady());
+    LinkRig rig;
+    rig.select(line, 2);
+    QVERIFY(rig.operations.cmdFrame3Receive());
+    const ModuleRecord module = line.memory(2);
+    QVERIFY(rig.operations.cmdFrame1Send());
+    // A read followed by a write gives the module its own values back.
+    QCOMPARE(line.memory(2).channels, module.channels);
+}
+
+void FlowsTest::beckonGoesToEveryModuleWhateverIsSelected()
+{
+    SimLine line({sim::ModuleAt{9, 7}});  // TM-A8D at address 9
+    QVERIFY(line.isReady());
+    LinkRig rig;
+    rig.select(line, 4);
+    QSignalSpy refreshed(&rig.operations, &Operations::moduleRefreshed);
+    QVERIFY(rig.operations.beckon());
+    QCOMPARE(line.requests().first(), QByteArray("\xAA\xAA\x03\xFF\x10\x00\x0F", 7));
+    QCOMPARE(rig.state.current().busAddress, 9);
+    QCOMPARE(trimmedText(rig.state.current().modelName), QStringLiteral("TM-A8D"));
+    QCOMPARE(rig.state.current().channelCount, 8);
+    QCOMPARE(refreshed.count(), 1);
+}
+
+void FlowsTest::informationWriteWaitsForConfirmation()
+{
+    SimLine line({sim::ModuleAt{2, 2}});
+    QVERIFY(line.isReady());
+    LinkRig rig;
+    rig.select(line, 2);
+    rig.dialogs.answer = false;
+    QVERIFY(!rig.operations.cmdFrame3Send());
+    QCOMPARE(rig.dialogs.questions.size(), 1);
+    QCOMPARE(rig.dialogs.questions.first().second, QStringLiteral("Only one module."));
+    QCOMPARE(rig.dialogs.questions.first().first, QStringLiteral("Module Setup"));
+    QTest::qWait(100);
+    QVERIFY(line.requests().isEmpty());
+}
+
+void FlowsTest::informationWriteGoesToAddress255WithTheNewAddress()
+{
+    SimLine line({sim::ModuleAt{2, 2}});
+    QVERIFY(line.isReady());
+    LinkRig rig;
+    rig.select(line, 2);
+    QVERIFY(rig.operations.cmdFrame3Receive());
+    rig.state.current().busAddress = 11;
+    rig.state.current().moduleNumber = 65535;
+    line.clearFrames();
+    QVERIFY(rig.operations.cmdFrame3Send());
+    const QByteArray request = line.requests().first();
+    QCOMPARE(static_cast<quint8>(request[3]), 255);
+    QCOMPARE(static_cast<quint8>(request[6]), 11);
+    QCOMPARE(line.module(11).memory().moduleNumber, 65535);
+    QCOMPARE(rig.state.current().moduleNumber, 65535);
+}
+
+void FlowsTest::portThatWillNotOpenStopsWithErrorTitle()
+{
+    LinkRig rig;
+    rig.state.current().portNumber = 99;  // not in the list
+    QVERIFY(!rig.operations.cmdFrame1Receive());
+    QCOMPARE(rig.dialogs.messages.size(), 1);
+    QCOMPARE(rig.dialogs.messages.first().first, QStringLiteral("Error"));
+    QCOMPARE(rig.dialogs.messages.first().second, QStringLiteral("Open COM port fail."));
+    QVERIFY(rig.operations.exchange().replyOk() && rig.operations.exchange().replyFailed());
+    QCOMPARE(rig.operations.exchange().failure(), Failure::PortNotOpened);
+}
+
+void FlowsTest::balancePortFailureUsesItsOwnTitle()
+{
+    LinkRig rig;
+    rig.state.current().portNumber = 99;
+    rig.state.languageMode = 1;
+    QVERIFY(!rig.operations.cmdBalance());
+    QCOMPARE(rig.dialogs.messages.first().first, QStringLiteral("模块参数设置"));
+    QCOMPARE(rig.dialogs.messages.first().second, QStringLiteral("打开串口失败。"));
+    rig.dialogs.messages.clear();
+    rig.state.languageMode = 2;
+    QVERIFY(!rig.operations.cmdBalance());
+    QCOMPARE(rig.dialogs.messages.first().first, QStringLiteral("Module setup"));
+    QVERIFY(rig.operations.sequenceDone());
+}
+
+void FlowsTest::failedBalanceNeitherWaitsNorRereads()
+{
+    SimLine line({sim::ModuleAt{2, 2}});
+    QVERIFY(line.isReady());
+    line.addFault(2, sim::FaultKind::Echo, 1);
+    LinkRig rig;
+    rig.select(line, 2);
+    QVERIFY(!rig.operations.cmdBalance());
+    QCOMPARE(rig.state.parseStatus, 4);
+    QTest::qWait(200);
+    QCOMPARE(line.requests().size(), 1);
+    QCOMPARE(static_cast<quint8>(line.requests().first()[kCommandOffset]), kCmdBalance);
+}
+
+void FlowsTest::balanceReadsBackNewValuesOfMaskedChannels()
+{
+    sim::LineSettings settings;
+    settings.fast = true;
+    settings.balanceDelayMs = 500;
+    SimLine line({sim::ModuleAt{2, 2}}, settings);
+    QVERIFY(line.isReady());
+    LinkRig rig;
+    rig.select(line, 2);
+    QVERIFY(rig.operations.cmdFrame3Receive());
+    const ModuleRecord before = rig.state.current();
+    rig.state.channelMask[0] = 0x0005;  // channels 1 and 3
+    line.clearFrames();
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY(rig.operations.cmdBalance());
+    QVERIFY(clock.elapsed() >= Operations::kBalanceSettleMs);
+    QCOMPARE(line.requests().first().mid(7, 2), QByteArray("\x05\x00", 2));
+    QCOMPARE(line.requests().size(), 1 + 17);  // the balance, then the whole read
+    const ModuleRecord& after = rig.state.current();
+    QCOMPARE(after.channels[0].balanceValue, line.memory(2).channels[0].balanceValue);
+    QVERIFY(after.channels[0].balanceValue != before.channels[0].balanceValue);
+    QVERIFY(after.channels[2].balanceValue != before.channels[2].balanceValue);
+    QCOMPARE(after.channels[1].balanceValue, before.channels[1].balanceValue);
+}
+
+void FlowsTest::commandsAreLockedDuringARequest()
+{
+    SimLine line({sim::ModuleAt{2, 0}});
+    QVERIFY(line.isReady());
+    LinkRig rig;
+    rig.select(line, 2);
+    QList<bool> states;
+    connect(&rig.operations, &Operations::commandsEnabled, this, [&](bool enabled) { states << enabled; });
+    QVERIFY(rig.operations.readChannelGroup(0));
+    QCOMPARE(states, (QList<bool>{false, true}));
+}
+
+QTEST_GUILESS_MAIN(FlowsTest)
+#include "test_flows.moc"

@@ -1,0 +1,27 @@
+#include "port_argument.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace velmor::cli {
+
+std::optional<PortEntry> resolvePort(const QString& argument, QList<PortEntry>& ports)
+{
+    bool isNumber = false;
+    const int number = argument.toInt(&isNumber);
+    for (const PortEntry& port : ports) {
+        if ((isNumber && port.number == number) || port.name == argument || port.device == argument)
+            return port;
+    }
+    if (!argument.startsWith(QLatin1Char('/')) && !QFileInfo(argument).isAbsolute())
+        return std::nullopt;
+    int next = 1;
+    for (const PortEntry& port : ports)
+        next = std::max(next, port.number + 1);
+    const PortEntry added{QFileInfo(argument).fileName(), next, argument};
+    ports.append(added);
+    return added;
+}
+
+}  // namespace velmor::cli

@@ -1,0 +1,92 @@
+#include "session.h"
+
+#include "model/record_json.h"
+#include "port_argument.h"
+#include "protocol/frame_text.h"
+#include "record_text.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <cstdio>
+
+namespace velmor::cli {
+namespace {
+
+void trace(const char* direction, const QByteArray& frame)
+{
+    QString line = QString::fromLatin1(direction) + frameToText(frame);
+    line.remove(QStringLiteral("\r\n"));
+    printError(line);
+}
+
+}  // namespace
+
+Session::Session(const GlobalOptions& options)
+    : options_(options), operations_(state_, port_, dialogs_)
+{
+    state_.reset();
+    state_.languageMode = options.languageMode;
+    ports_ = listPorts();
+    port_.setPorts(ports_);
+    if (options.trace) {
+        QObject::connect(&operations_.exchange(), &Exchange::frameSent, [](const QByteArray& f) { trace("> ", f); });
+        QObject::connect(&operations_.exchange(), &Exchange::frameReceived, [](const QByteArray& f) { trace("< ", f); });
+    }
+}
+
+bool Session::choosePort(const QString& argument, PortEntry& chosen)
+{
+    const std::optional<PortEntry> port = resolvePort(argument, ports_);
+    if (!port)
+        return false;
+    port_.setPorts(ports_);
+    chosen = *port;
+    record().portNumber = static_cast<qint16>(port->number);
+    return true;
+}
+
+int Session::outcome(bool ok) const
+{
+    if (ok)
+        return kExitDone;
+    switch (operations_.exchange().failure()) {
+    case Failure::PortNotOpened: return kExitPortFailed;
+    case Failure::NoReply:
+    case Failure::BadReply: return kExitExchangeFailed;
+    case Failure::None: break;
+    }
+    return kExitExchangeFailed;
+}
+
+void Session::printRecord(const QString& portName)
+{
+    if (options_.json)
+        printJson(recordToJson(record()));
+    else
+        printText(recordText(record(), portName, language()));
+}
+
+void Session::printJson(const QJsonValue& value)
+{
+    const QJsonDocument document = value.isArray() ? QJsonDocument(value.toArray()) : QJsonDocument(value.toObject());
+    std::fputs(document.toJson(QJsonDocument::Indented).constData(), stdout);
+    std::fflush(stdout);
+}
+
+void Session::printText(const QString& text)
+{
+    std::fputs(text.toUtf8().constData(), stdout);
+    if (!text.endsWith(QLatin1Char('\n')))
+        std::fputc('\n', stdout);
+    std::fflush(stdout);
+}
+
+QString Session::portName(int number) const
+{
+    const PortEntry* port = findPort(ports_, number);
+    return port ? port->name : QString::number(number);
+}
+
+}  // namespace velmor::cli

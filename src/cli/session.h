@@ -1,0 +1,55 @@
+#pragma once
+
+#include "console_dialogs.h"
+#include "exit_codes.h"
+#include "link/module_search.h"
+#include "link/operations.h"
+#include "model/language.h"
+
+#include <QJsonValue>
+
+namespace velmor::cli {
+
+struct GlobalOptions {
+    bool json = false;
+    bool trace = false;
+    int languageMode = 1;
+};
+
+// What every command works with: the module table, the port, the flows and
+// the way results are printed.
+class Session {
+public:
+    explicit Session(const GlobalOptions& options);
+
+    SetupState& state() { return state_; }
+    ModuleRecord& record() { return state_.current(); }
+    Operations& operations() { return operations_; }
+    ConsoleDialogs& dialogs() { return dialogs_; }
+    ComPort& port() { return port_; }
+    Language language() const { return languageOf(state_.languageMode); }
+    bool json() const { return options_.json; }
+
+    // The listed ports, and the one a --port argument names (made current).
+    QList<PortEntry>& ports() { return ports_; }
+    bool choosePort(const QString& argument, PortEntry& chosen);
+
+    // The exit code of the last flow: done, or how its exchange failed.
+    int outcome(bool ok) const;
+
+    void printRecord(const QString& portName);
+    void printJson(const QJsonValue& value);
+    void printText(const QString& text);
+    // Name of the port with this number, or the number itself.
+    QString portName(int number) const;
+
+private:
+    GlobalOptions options_;
+    SetupState state_;
+    ComPort port_;
+    ConsoleDialogs dialogs_;
+    Operations operations_;
+    QList<PortEntry> ports_;
+};
+
+}  // namespace velmor::cli

@@ -8,12 +8,12 @@ scripts/install-deps.sh
 jobs=$(nproc)
 run_suite() {
   local dir=$1; shift
-  cmake -S . -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo "$@" >/dev/null
+  cmake -S . -B "$dir" -G Ninja "$@" >/dev/null
   cmake --build "$dir" --parallel "$jobs"
   ctest --test-dir "$dir" --output-on-failure --timeout 300
 }
 
 echo "== normal build"
-run_suite build/normal
+run_suite build/normal -DCMAKE_BUILD_TYPE=RelWithDebInfo
 echo "== sanitizer build (ASan + UBSan)"
-run_suite build/sanitize -DVELMOR_SANITIZE=ON
+run_suite build/sanitize -DCMAKE_BUILD_TYPE=Debug -DVELMOR_SANITIZE=ON

@@ -75,6 +75,14 @@ bool channelMask(const QString& list, qint32& mask)
     return true;
 }
 
+// Prints the module after a flow that worked; the exit code says how it went.
+int finish(Session& session, bool ok, const PortEntry& port)
+{
+    if (ok)
+        session.printRecord(port.name);
+    return session.outcome(ok);
+}
+
 void declareNothing(QCommandLineParser&) {}
 
 void declarePort(QCommandLineParser& parser) { parser.addOption(kPort); }
@@ -188,10 +196,7 @@ int runWrite(Session& session, const QCommandLineParser& parser)
         return code;
     if (const int code = takeAddress(session, parser))
         return code;
-    const bool ok = session.operations().cmdFrame1Send();
-    if (ok)
-        session.printRecord(port.name);
-    return session.outcome(ok);
+    return finish(session, session.operations().cmdFrame1Send(), port);
 }
 
 int runWriteInfo(Session& session, const QCommandLineParser& parser)
@@ -206,14 +211,8 @@ int runWriteInfo(Session& session, const QCommandLineParser& parser)
     // The write reaches every module on the line: without the confirmation the
     // question is printed and nothing is sent.
     session.dialogs().setAnswer(parser.isSet(kOnlyOne));
-    if (!parser.isSet(kOnlyOne)) {
-        session.operations().cmdFrame3Send();
-        return kExitUsage;
-    }
     const bool ok = session.operations().cmdFrame3Send();
-    if (ok)
-        session.printRecord(port.name);
-    return session.outcome(ok);
+    return parser.isSet(kOnlyOne) ? finish(session, ok, port) : kExitUsage;
 }
 
 int runBeckon(Session& session, const QCommandLineParser& parser)
@@ -221,10 +220,7 @@ int runBeckon(Session& session, const QCommandLineParser& parser)
     PortEntry port;
     if (const int code = takePort(session, parser, port))
         return code;
-    const bool ok = session.operations().beckon();
-    if (ok)
-        session.printRecord(port.name);
-    return session.outcome(ok);
+    return finish(session, session.operations().beckon(), port);
 }
 
 int runBalance(Session& session, const QCommandLineParser& parser)
@@ -238,10 +234,7 @@ int runBalance(Session& session, const QCommandLineParser& parser)
     if (parser.isSet(kChannels) && !channelMask(parser.value(kChannels), mask))
         return usage(QStringLiteral("--channels takes channel numbers 1 to 16, e.g. 1,2,5-8."));
     session.state().channelMask[0] = mask;
-    const bool ok = session.operations().cmdBalance();
-    if (ok)
-        session.printRecord(port.name);
-    return session.outcome(ok);
+    return finish(session, session.operations().cmdBalance(), port);
 }
 
 int runShow(Session& session, const QCommandLineParser& parser)

@@ -33,6 +33,12 @@ inline constexpr Text kChannelHeadings[] = {
     {"积分", "Integral"},
 };
 
+// Tabs of the channel groups, rebuilt when a module's model is known; the same
+// Chinese captions in both languages, on purpose.
+inline constexpr Text kChannelGroupTabs[] = {
+    {"1-4通道", "1-4通道"}, {"5-8通道", "5-8通道"}, {"9-12通道", "9-12通道"}, {"13-16通道", "13-16通道"},
+};
+
 // Adjust and coefficient grids: the heading is followed directly by 1, 2, ...
 inline constexpr Text kZeroAdjustHeading{"零点调整", "Zero Adjust"};
 inline constexpr Text kGainAdjustHeading{"增益调整", "Gain Adjust"};

@@ -207,11 +207,18 @@ void ExchangeTest::vanishingPortEndsTheChainWithOneMessage()
     QVERIFY(!rig.operations.cmdFrame3Receive());
     QTest::qWait(500);  // a storm of driver errors, if any, would come now
     const double cpu = processCpuSeconds() - cpuBefore;
+    // One message, whichever way the chain met the loss: mid-exchange (the
+    // usual case) or at the next open.
     QCOMPARE(rig.dialogs.messages.size(), 1);
     QVERIFY(!rig.port.isOpen());
-    QCOMPARE(line.requests().size(), 5);
-    QCOMPARE(lost.count(), 1);
-    QCOMPARE(rig.operations.exchange().failure(), Failure::NoReply);
+    QVERIFY(lost.count() <= 1);
+    if (lost.count() == 1) {
+        QCOMPARE(line.requests().size(), 5);
+        QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
+        QCOMPARE(rig.operations.exchange().failure(), Failure::NoReply);
+    } else {
+        QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("Open COM port fail.")});
+    }
     // A spinning loop would burn about as much CPU as time went by.
     QVERIFY2(cpu < 0.5 * (static_cast<double>(clock.elapsed()) / 1000.0) + 0.2,
              qPrintable(QStringLiteral("cpu %1 s over %2 ms").arg(cpu).arg(clock.elapsed())));

@@ -211,4 +211,4 @@ void ComPortTest::farEndGoingAwayClosesThePortOnce()
 }
 
 QTEST_GUILESS_MAIN(ComPortTest)
-#include "test_com_port.moc"
+#include "com_port_test.moc"

@@ -194,4 +194,4 @@ void SearchTest::chineseReportCountsTheModules()
 }
 
 QTEST_GUILESS_MAIN(SearchTest)
-#include "test_search.moc"
+#include "search_test.moc"

@@ -368,4 +368,4 @@ void CliTest::textOutputShowsTheGridTexts()
 }
 
 QTEST_GUILESS_MAIN(CliTest)
-#include "test_cli.moc"
+#include "cli_test.moc"

@@ -290,4 +290,4 @@ void FlowsTest::commandsAreLockedDuringARequest()
 }
 
 QTEST_GUILESS_MAIN(FlowsTest)
-#include "test_flows.moc"
+#include "flows_test.moc"

@@ -244,4 +244,4 @@ void ExchangeTest::chineseMessagesFollowTheLanguageFlag()
 }
 
 QTEST_GUILESS_MAIN(ExchangeTest)
-#include "test_exchange.moc"
+#include "exchange_test.moc"

@@ -30,7 +30,8 @@ int takePort(Session& session, const QCommandLineParser& parser, PortEntry& port
     if (!parser.isSet(kPort))
         return usage(QStringLiteral("--port is required."));
     if (!session.choosePort(parser.value(kPort), port)) {
-        printError(msg::openPortFail(parser.value(kPort), session.language()));
+        // As the window says it when a request's port will not open.
+        printError(pick(msg::kOpenComPortFail, session.language()));
         return kExitPortFailed;
     }
     return kExitDone;
@@ -143,14 +144,22 @@ int runSearch(Session& session, const QCommandLineParser& parser)
     if (!parser.isSet(kPort))
         ports = session.ports();
 
-    ModuleSearch search(session.operations(), session.dialogs());
-    session.dialogs().hold(true);
-    const int found = search.cmdSearch_Click(ports, ports.isEmpty() ? 0 : ports.first().number);
-    QStringList messages = session.dialogs().takeHeld();
-    session.dialogs().hold(false);
-    const QString report = messages.isEmpty() ? QString() : messages.takeLast();
-    for (const QString& message : messages)
-        printError(message);
+    int found = 0;
+    QString report = pick(msg::kNoModuleFound, session.language());
+    if (ports.isEmpty()) {
+        printError(pick(msg::kNoComPort, session.language()));
+    } else {
+        // The closing report goes to standard output; what came before it
+        // (refused replies, ports that would not open) to standard error.
+        ModuleSearch search(session.operations(), session.dialogs());
+        session.dialogs().hold(true);
+        found = search.cmdSearch_Click(ports, ports.first().number);
+        QStringList messages = session.dialogs().takeHeld();
+        session.dialogs().hold(false);
+        report = messages.takeLast();
+        for (const QString& message : messages)
+            printError(message);
+    }
 
     QJsonArray modules;
     QString text;
@@ -170,10 +179,10 @@ int runSearch(Session& session, const QCommandLineParser& parser)
 
 int runRead(Session& session, const QCommandLineParser& parser)
 {
+    if (const int code = takeAddress(session, parser))
+        return code;
     PortEntry port;
     if (const int code = takePort(session, parser, port))
-        return code;
-    if (const int code = takeAddress(session, parser))
         return code;
     if (!session.operations().cmdFrame3Receive())
         return session.outcome(false);
@@ -191,10 +200,10 @@ int runWrite(Session& session, const QCommandLineParser& parser)
         return usage(QStringLiteral("--config is required."));
     if (const int code = loadFile(session, parser.value(kConfig)))
         return code;
+    if (const int code = takeAddress(session, parser))
+        return code;
     PortEntry port;
     if (const int code = takePort(session, parser, port))
-        return code;
-    if (const int code = takeAddress(session, parser))
         return code;
     return finish(session, session.operations().cmdFrame1Send(), port);
 }
@@ -225,15 +234,15 @@ int runBeckon(Session& session, const QCommandLineParser& parser)
 
 int runBalance(Session& session, const QCommandLineParser& parser)
 {
-    PortEntry port;
-    if (const int code = takePort(session, parser, port))
-        return code;
     if (const int code = takeAddress(session, parser))
         return code;
     qint32 mask = -1;
     if (parser.isSet(kChannels) && !channelMask(parser.value(kChannels), mask))
         return usage(QStringLiteral("--channels takes channel numbers 1 to 16, e.g. 1,2,5-8."));
     session.state().channelMask[0] = mask;
+    PortEntry port;
+    if (const int code = takePort(session, parser, port))
+        return code;
     return finish(session, session.operations().cmdBalance(), port);
 }
 

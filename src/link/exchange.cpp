@@ -60,7 +60,7 @@ void Exchange::tmrNewData_Timer()
         return;
     const QByteArray waiting = port_.peekWaiting();
     emit receivedCount(static_cast<int>(waiting.size()));
-    const qsizetype stale = staleReplyBytes(waiting, pending_);
+    const qsizetype stale = staleReplyBytes(waiting, pending_, timedOut_);
     if (!replyComplete(QByteArrayView(waiting).sliced(stale), pending_.replyLength()))
         return;
     tmrNewData.stop();
@@ -90,6 +90,9 @@ void Exchange::tmrOver_Timer()
     running_ = false;
     port_.BytesWaiting();
     port_.CloseComPort();
+    timedOut_.append(pending_);
+    if (timedOut_.size() > kRememberedTimeOuts)
+        timedOut_.removeFirst();
     // During a search a silent address is normal.
     if (!state_.searching) {
         const Language language = languageOf(state_.languageMode);

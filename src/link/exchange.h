@@ -5,6 +5,7 @@
 #include "protocol/requests.h"
 #include "serial/com_port.h"
 
+#include <QList>
 #include <QObject>
 #include <QTimer>
 
@@ -22,6 +23,8 @@ public:
     static constexpr int kOverAtStart = 1000;
     static constexpr int kOverDuringSearch = 250;
     static constexpr int kOverAfterSearch = 2000;
+    // A whole port's worth of silent addresses.
+    static constexpr int kRememberedTimeOuts = 17;
 
     Exchange(SetupState& state, ComPort& port, OperatorDialogs& dialogs, QObject* parent = nullptr);
 
@@ -59,6 +62,9 @@ private:
     ComPort& port_;
     OperatorDialogs& dialogs_;
     Request pending_;
+    // Requests that timed out lately: a reply to one of them that turns up
+    // during a later exchange is skipped.
+    QList<Request> timedOut_;
     bool replyOk_ = false;
     bool replyFailed_ = false;
     Failure failure_ = Failure::None;

@@ -116,42 +116,56 @@ bool Operations::chain(Family family)
 
 bool Operations::stop()
 {
-    sequenceDone_ = true;
     emit commandsEnabled(true);
     return false;
 }
 
+template <typename Body>
+bool Operations::sequence(Body body)
+{
+    sequenceDone_ = false;
+    const bool ok = body();
+    sequenceDone_ = true;
+    return ok;
+}
+
 bool Operations::cmdFrame1Receive()
 {
-    const bool ok = chain(Family::ReadChannels);
-    emit moduleRefreshed();
-    return ok;
+    return sequence([this] {
+        const bool ok = chain(Family::ReadChannels);
+        emit moduleRefreshed();
+        return ok;
+    });
 }
 
 bool Operations::cmdFrame1Send()
 {
-    const bool ok = chain(Family::WriteChannels) && chain(Family::WriteAdjust) && chain(Family::WriteCalibration);
-    emit moduleRefreshed();
-    return ok;
+    return sequence([this] {
+        const bool ok = chain(Family::WriteChannels) && chain(Family::WriteAdjust) && chain(Family::WriteCalibration);
+        emit moduleRefreshed();
+        return ok;
+    });
 }
 
 bool Operations::cmdFrame2Receive()
 {
-    return chain(Family::ReadAdjust);
+    return sequence([this] { return chain(Family::ReadAdjust); });
 }
 
 bool Operations::cmdFrame2Send()
 {
-    return chain(Family::WriteAdjust);
+    return sequence([this] { return chain(Family::WriteAdjust); });
 }
 
 bool Operations::cmdFrame3Receive()
 {
-    if (!readModuleInfo())
-        return stop();
-    const bool ok = chain(Family::ReadChannels) && chain(Family::ReadAdjust) && chain(Family::ReadCalibration);
-    emit moduleRefreshed();
-    return ok;
+    return sequence([this] {
+        if (!readModuleInfo())
+            return stop();
+        const bool ok = chain(Family::ReadChannels) && chain(Family::ReadAdjust) && chain(Family::ReadCalibration);
+        emit moduleRefreshed();
+        return ok;
+    });
 }
 
 bool Operations::cmdFrame3Send()
@@ -165,17 +179,18 @@ bool Operations::cmdFrame3Send()
 
 bool Operations::cmdBalance()
 {
-    sequenceDone_ = false;
-    const Request request = balanceRequest(state_.current(), state_.channelMask.at(static_cast<size_t>(state_.currentModule)));
-    if (!single(request, Panel::ChannelSetup, 0))
-        return stop();
-    // Give the modules time to finish balancing before reading the results.
-    QEventLoop settle;
-    QTimer::singleShot(kBalanceSettleMs, Qt::PreciseTimer, &settle, &QEventLoop::quit);
-    settle.exec();
-    sequenceDone_ = true;
-    emit commandsEnabled(true);
-    return cmdFrame3Receive();
+    const bool balanced = sequence([this] {
+        const Request request = balanceRequest(state_.current(), state_.channelMask.at(static_cast<size_t>(state_.currentModule)));
+        if (!single(request, Panel::ChannelSetup, 0))
+            return stop();
+        // Give the modules time to finish balancing before reading the results.
+        QEventLoop settle;
+        QTimer::singleShot(kBalanceSettleMs, Qt::PreciseTimer, &settle, &QEventLoop::quit);
+        settle.exec();
+        emit commandsEnabled(true);
+        return true;
+    });
+    return balanced && cmdFrame3Receive();
 }
 
 }  // namespace velmor

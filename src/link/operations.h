@@ -65,6 +65,9 @@ private:
     bool step(Family family, int index);
     bool chain(Family family);
     bool stop();
+    // Runs a button's sequence with sequenceDone false while it runs.
+    template <typename Body>
+    bool sequence(Body body);
 
     SetupState& state_;
     OperatorDialogs& dialogs_;

@@ -2,6 +2,8 @@
 
 #include "blocks.h"
 
+#include <algorithm>
+
 namespace velmor {
 namespace {
 
@@ -144,36 +146,30 @@ qsizetype wellFormedLength(QByteArrayView v)
     return static_cast<quint8>(sum & 0xFF) == byteAt(v, n + 3) ? n + 4 : 0;
 }
 
-bool isReplyCode(quint8 code)
-{
-    for (quint8 command : {kCmdBeckon, kCmdRead, kCmdWrite, kCmdBalance})
-        if (code == command + kReplyOffset)
-            return true;
-    return false;
-}
-
-// A reply of the protocol that answers some other request than this one.
-bool answersAnotherRequest(QByteArrayView frame, const Request& request)
+// The frame is the reply a module gives to this request.
+bool answers(QByteArrayView frame, const Request& request)
 {
     const quint8 address = request.bytes[kAddressOffset];
-    const quint8 echo = byteAt(frame, kCommandOffset);
-    if (!isReplyCode(echo))
-        return false;
-    return echo != static_cast<quint8>(request.command + kReplyOffset)
-        || byteAt(frame, kGroupOffset) != request.bytes[kGroupOffset]
-        || (address != kBroadcastAddress && byteAt(frame, kAddressOffset) != address);
+    return byteAt(frame, kCommandOffset) == static_cast<quint8>(request.command + kReplyOffset)
+        && byteAt(frame, kGroupOffset) == request.bytes[kGroupOffset]
+        && (address == kBroadcastAddress || byteAt(frame, kAddressOffset) == address);
+}
+
+bool answersAny(QByteArrayView frame, const QList<Request>& requests)
+{
+    return std::any_of(requests.begin(), requests.end(), [&](const Request& r) { return answers(frame, r); });
 }
 
 }  // namespace
 
-qsizetype staleReplyBytes(QByteArrayView received, const Request& request)
+qsizetype staleReplyBytes(QByteArrayView received, const Request& request, const QList<Request>& timedOut)
 {
     qsizetype skipped = 0;
     qsizetype pos = received.indexOf(static_cast<char>(kFrameStart));
     while (pos >= 0) {
         const QByteArrayView rest = received.sliced(pos);
         const qsizetype length = wellFormedLength(rest);
-        if (length == 0 || !answersAnotherRequest(rest, request))
+        if (length == 0 || answers(rest, request) || !answersAny(rest, timedOut))
             break;
         skipped = pos + length;
         pos = received.indexOf(static_cast<char>(kFrameStart), skipped);

@@ -3,6 +3,7 @@
 #include "requests.h"
 
 #include <QByteArrayView>
+#include <QList>
 
 namespace velmor {
 
@@ -33,10 +34,10 @@ bool parseReply(ReplyKind kind, QByteArrayView frame, quint8 command, ModuleReco
 QByteArrayView frameWithin(QByteArrayView received);
 
 // How many bytes at the start of `received` are whole, well-formed replies to
-// some other request (a module that answered after its time-out: another
-// reply code, group or address), noise between them included. They are skipped
-// rather than taken as this request's reply; anything else is left to the checks.
-qsizetype staleReplyBytes(QByteArrayView received, const Request& request);
+// requests that have already timed out (a module that answered too late),
+// noise between them included. They are skipped rather than taken as this
+// request's reply; everything else is left to the checks.
+qsizetype staleReplyBytes(QByteArrayView received, const Request& request, const QList<Request>& timedOut);
 
 // True once `expected` bytes stand in `received` counted from its first AA, so
 // that noise ahead of a reply cannot make it look complete early.

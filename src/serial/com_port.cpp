@@ -20,6 +20,7 @@ bool ComPort::OpenComPort(int n)
 
 bool ComPort::openDevice(const QString& device)
 {
+    CloseComPort();  // at most one port is open at a time
     port_.setPortName(device);
     if (!port_.open(QIODevice::ReadWrite)) {
         portHandle_ = -1;

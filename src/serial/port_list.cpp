@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QSet>
 #include <QSerialPortInfo>
 
 #include <algorithm>
@@ -22,6 +23,8 @@ QString virtualPortsDirectory()
     if (!runtime.isEmpty())
         return runtime + QStringLiteral("/velmor-ports");
 #if defined(Q_OS_UNIX)
+    // The one POSIX call outside the simulator: the folder must be the same
+    // for the program and the simulator of one user, and differ between users.
     return QDir::tempPath() + QStringLiteral("/velmor-ports-") + QString::number(::getuid());
 #else
     return QDir::tempPath() + QStringLiteral("/velmor-ports");
@@ -48,10 +51,27 @@ QList<PortEntry> listPorts(QList<PortEntry> ports, const QString& virtualDir)
         ports.append({link.fileName(), 0, link.absoluteFilePath()});
     }
 
+    // COMn keeps its n; any other port takes its position in the list, or the
+    // next number no port has yet, so that a number names one port only.
     static const QRegularExpression comName(QStringLiteral("^COM(\\d+)$"));
+    QSet<int> taken;
+    for (PortEntry& port : ports)
+        port.number = 0;
+    for (PortEntry& port : ports) {
+        const QRegularExpressionMatch m = comName.match(port.name);
+        if (m.hasMatch() && !taken.contains(m.captured(1).toInt())) {
+            port.number = m.captured(1).toInt();
+            taken.insert(port.number);
+        }
+    }
     for (qsizetype i = 0; i < ports.size(); ++i) {
-        const QRegularExpressionMatch m = comName.match(ports[i].name);
-        ports[i].number = m.hasMatch() ? m.captured(1).toInt() : static_cast<int>(i + 1);
+        if (ports[i].number != 0)
+            continue;
+        int number = static_cast<int>(i + 1);
+        while (taken.contains(number))
+            ++number;
+        ports[i].number = number;
+        taken.insert(number);
     }
     return ports;
 }

@@ -70,6 +70,8 @@ private slots:
     void readWithBadReplyExitsOneWithReturnDataFail();
     void portThatWillNotOpenExitsThree();
     void unreadableFileExitsFour();
+    void searchGoesOnPastAPortThatWillNotOpen();
+    void failedExchangesOfEveryCommandExitOne();
     void unwritableSaveExitsFour();
     void informationWriteWithoutConfirmationIsRefused();
     void savedFileWrittenToASecondModuleReadsBackTheSame();
@@ -217,7 +219,56 @@ void CliTest::portThatWillNotOpenExitsThree()
     QCOMPARE(result.errText(), QStringLiteral("Open COM port fail."));
     const CliResult unknown = runCli({QStringLiteral("--lang"), QStringLiteral("en"), QStringLiteral("beckon"), QStringLiteral("--port"), QStringLiteral("SIM7")});
     QCOMPARE(unknown.exitCode, 3);
-    QCOMPARE(unknown.errText(), QStringLiteral("Open SIM7 fail."));
+    QCOMPARE(unknown.errText(), QStringLiteral("Open COM port fail."));
+    const CliResult balance = runCli({QStringLiteral("--lang"), QStringLiteral("en"), QStringLiteral("balance"), QStringLiteral("--port"), QStringLiteral("/nonexistent/ttyUSB9"), QStringLiteral("--address"), QStringLiteral("1")});
+    QCOMPARE(balance.exitCode, 3);
+    QCOMPARE(balance.errText(), QStringLiteral("Open COM port fail."));
+    // A bad address is a usage error whatever the port.
+    QCOMPARE(runCli({QStringLiteral("read"), QStringLiteral("--port"), QStringLiteral("SIM7"), QStringLiteral("--address"), QStringLiteral("x")}).exitCode, 2);
+}
+
+void CliTest::searchGoesOnPastAPortThatWillNotOpen()
+{
+    SimProcess sim;
+    QVERIFY(sim.start(simArguments({QStringLiteral("3:TM-A8")})));
+    const CliResult result = runCli({QStringLiteral("--lang"), QStringLiteral("en"), QStringLiteral("search"), QStringLiteral("--port"), QStringLiteral("/nonexistent/ttyGone"), QStringLiteral("--port"), sim.portName()}, sim.portsDir());
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.errText(), QStringLiteral("Open ttyGone fail."));
+    const QList<QByteArray> lines = result.out.trimmed().split('\n');
+    QCOMPARE(lines.size(), 2);
+    QVERIFY(lines[0].startsWith("1\t" + sim.portName().toUtf8() + "\t3\tTM-A8\t"));
+    QCOMPARE(lines[1], QByteArray("Found 1 modules."));
+}
+
+void CliTest::failedExchangesOfEveryCommandExitOne()
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("m.cfg"));
+    {
+        SimProcess good;
+        QVERIFY(good.start(simArguments({QStringLiteral("1:TM-A4")})));
+        QCOMPARE(runCli({QStringLiteral("read"), QStringLiteral("--port"), good.linkPath(), QStringLiteral("--address"), QStringLiteral("1"), QStringLiteral("--save"), path}).exitCode, 0);
+    }
+    // Every exchange of the module fails: silent, or with a broken checksum.
+    const QList<QPair<QString, QString>> faults = {{QStringLiteral("1:silence"), QStringLiteral("No respond.")},
+                                                   {QStringLiteral("1:checksum"), QStringLiteral("Return data fail.")}};
+    for (const auto& [fault, message] : faults) {
+        SimProcess sim;
+        QVERIFY(sim.start(simArguments({QStringLiteral("1:TM-A4")}, {QStringLiteral("--fault"), fault})));
+        const QString port = sim.linkPath();
+        const QList<QStringList> commands = {
+            {QStringLiteral("write"), QStringLiteral("--port"), port, QStringLiteral("--address"), QStringLiteral("1"), QStringLiteral("--config"), path},
+            {QStringLiteral("write-info"), QStringLiteral("--port"), port, QStringLiteral("--config"), path, QStringLiteral("--only-one-module")},
+            {QStringLiteral("beckon"), QStringLiteral("--port"), port},
+            {QStringLiteral("balance"), QStringLiteral("--port"), port, QStringLiteral("--address"), QStringLiteral("1")},
+        };
+        for (const QStringList& command : commands) {
+            const CliResult result = runCli(QStringList{QStringLiteral("--lang"), QStringLiteral("en")} + command);
+            QVERIFY2(result.exitCode == 1, qPrintable(fault + QLatin1Char(' ') + command.first()));
+            QCOMPARE(result.errText(), message);
+            QVERIFY(result.out.isEmpty());
+        }
+    }
 }
 
 void CliTest::unreadableFileExitsFour()
@@ -268,8 +319,12 @@ void CliTest::savedFileWrittenToASecondModuleReadsBackTheSame()
 
     // The second module takes the file's information (and so its address 4),
     // then its parameters, adjust values and coefficients.
-    QCOMPARE(runCli({QStringLiteral("write-info"), QStringLiteral("--port"), second.linkPath(), QStringLiteral("--config"), path, QStringLiteral("--only-one-module")}).exitCode, 0);
-    QCOMPARE(runCli({QStringLiteral("write"), QStringLiteral("--port"), second.linkPath(), QStringLiteral("--address"), QStringLiteral("4"), QStringLiteral("--config"), path}).exitCode, 0);
+    const CliResult info = runCli({QStringLiteral("--json"), QStringLiteral("write-info"), QStringLiteral("--port"), second.linkPath(), QStringLiteral("--config"), path, QStringLiteral("--only-one-module")});
+    QCOMPARE(info.exitCode, 0);
+    QCOMPARE(info.json()[QStringLiteral("busAddress")].toInt(), 4);
+    const CliResult write = runCli({QStringLiteral("--json"), QStringLiteral("write"), QStringLiteral("--port"), second.linkPath(), QStringLiteral("--address"), QStringLiteral("4"), QStringLiteral("--config"), path});
+    QCOMPARE(write.exitCode, 0);
+    QCOMPARE(write.json()[QStringLiteral("channels")].toArray(), original.json()[QStringLiteral("channels")].toArray());
     const CliResult copy = runCli({QStringLiteral("--json"), QStringLiteral("read"), QStringLiteral("--port"), second.linkPath(), QStringLiteral("--address"), QStringLiteral("4")});
     QCOMPARE(copy.exitCode, 0);
 

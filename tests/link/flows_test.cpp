@@ -40,6 +40,7 @@ private slots:
     void failedBalanceNeitherWaitsNorRereads();
     void balanceReadsBackNewValuesOfMaskedChannels();
     void commandsAreLockedDuringARequest();
+    void sequenceIsMarkedRunningUntilItEnds();
 };
 
 void FlowsTest::readEverythingOfFourChannelsSendsOneRequestPerChain()
@@ -244,7 +245,10 @@ void FlowsTest::failedBalanceNeitherWaitsNorRereads()
     line.addFault(2, sim::FaultKind::Echo, 1);
     LinkRig rig;
     rig.select(line, 2);
+    QElapsedTimer clock;
+    clock.start();
     QVERIFY(!rig.operations.cmdBalance());
+    QVERIFY(clock.elapsed() < Operations::kBalanceSettleMs);  // no settling wait after a failure
     QCOMPARE(rig.state.parseStatus, 4);
     QTest::qWait(200);
     QCOMPARE(line.requests().size(), 1);
@@ -287,6 +291,19 @@ void FlowsTest::commandsAreLockedDuringARequest()
     connect(&rig.operations, &Operations::commandsEnabled, this, [&](bool enabled) { states << enabled; });
     QVERIFY(rig.operations.readChannelGroup(0));
     QCOMPARE(states, (QList<bool>{false, true}));
+}
+
+void FlowsTest::sequenceIsMarkedRunningUntilItEnds()
+{
+    SimLine line({sim::ModuleAt{2, 0}});
+    QVERIFY(line.isReady());
+    LinkRig rig;
+    rig.select(line, 2);
+    QList<bool> during;
+    connect(&rig.operations, &Operations::requestStarted, this, [&] { during << rig.operations.sequenceDone(); });
+    QVERIFY(rig.operations.cmdFrame2Receive());
+    QCOMPARE(during, QList<bool>(4, false));  // the record still says 16 channels
+    QVERIFY(rig.operations.sequenceDone());
 }
 
 QTEST_GUILESS_MAIN(FlowsTest)

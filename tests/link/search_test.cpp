@@ -33,6 +33,8 @@ private slots:
     void portThatWillNotOpenCostsOneMessageAndIsSkipped();
     void refusedReplyIsReportedAndNotRecorded();
     void everyModuleFoundIsReadWholly();
+    void lateReplyIsNotTakenForTheNextAddress();
+    void timeOutIsTwoSecondsAfterASearch();
     void noPortAtAllSaysSoAndChangesNothing();
     void chineseReportCountsTheModules();
 };
@@ -172,6 +174,32 @@ void SearchTest::everyModuleFoundIsReadWholly()
         }
     }
     QCOMPARE(rig.state.channelMask[1], -1);
+}
+
+void SearchTest::lateReplyIsNotTakenForTheNextAddress()
+{
+    SimLine line({sim::ModuleAt{3, 2}, sim::ModuleAt{4, 0}});
+    QVERIFY(line.isReady());
+    line.addFault(3, sim::FaultKind::Late, 1, 300);  // past the quarter second
+    SearchRig rig;
+    QCOMPARE(rig.run(rig.listed()), 1);
+    QCOMPARE(rig.state.table[0].busAddress, 4);
+    QCOMPARE(trimmedText(rig.state.table[0].modelName), QStringLiteral("TM-A4"));
+    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("Found 1 modules.")});
+}
+
+void SearchTest::timeOutIsTwoSecondsAfterASearch()
+{
+    SimLine line({sim::ModuleAt{1, 0}});
+    QVERIFY(line.isReady());
+    SearchRig rig;
+    QCOMPARE(rig.run(rig.listed()), 1);
+    line.addFault(1, sim::FaultKind::Silence);
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY(!rig.operations.readModuleInfo());
+    QVERIFY(clock.elapsed() >= Exchange::kOverAfterSearch);
+    QCOMPARE(rig.dialogs.texts().last(), QStringLiteral("No respond."));
 }
 
 void SearchTest::noPortAtAllSaysSoAndChangesNothing()

@@ -30,6 +30,7 @@ private slots:
     void comNameGivesItsNumber_data();
     void comNameGivesItsNumber();
     void otherNamesAreNumberedByPosition();
+    void numbersNameOnePortEach();
     void publishedLinksAreListedAfterSystemPorts();
     void deadLinksAreNotListed();
     void openUsesTheEntryWithThatNumber();
@@ -74,6 +75,20 @@ void ComPortTest::otherNamesAreNumberedByPosition()
     QCOMPARE(ports[0].number, 1);
     QCOMPARE(ports[1].name, QStringLiteral("ttyUSB1"));
     QCOMPARE(ports[1].number, 2);
+}
+
+void ComPortTest::numbersNameOnePortEach()
+{
+    QTemporaryDir empty;
+    const auto port = [](const char* name) { return PortEntry{QString::fromLatin1(name), 0, QStringLiteral("/dev/x")}; };
+    const QList<PortEntry> ports = listPorts({port("ttyUSB1"), port("COM3"), port("ttyUSB0"), port("COM1")}, empty.path());
+    QCOMPARE(ports.size(), 4);
+    QCOMPARE(ports[0].name, QStringLiteral("COM1"));
+    QCOMPARE(ports[0].number, 1);
+    QCOMPARE(ports[1].number, 3);
+    QCOMPARE(ports[2].name, QStringLiteral("ttyUSB0"));
+    QCOMPARE(ports[2].number, 4);  // its position, 3, belongs to COM3
+    QCOMPARE(ports[3].number, 5);
 }
 
 void ComPortTest::publishedLinksAreListedAfterSystemPorts()

@@ -68,7 +68,7 @@ void addSimOptions(QCommandLineParser& parser)
         {kSeed, QStringLiteral("Seed of the modules' generated values (default 1)."), QStringLiteral("N")},
         {kState,
          QStringLiteral("Keeps the modules' memory in this JSON file: loaded at start when it exists (its "
-                        "modules replace those of --module with the same address), saved after every "
+                        "modules then stand for the whole line and --module is not used), saved after every "
                         "write and balance."),
          QStringLiteral("FILE")},
         {kFast, QStringLiteral("No 4800-baud pacing: a reply goes out whole after the turnaround.")},

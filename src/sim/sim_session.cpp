@@ -38,15 +38,15 @@ bool SimSession::loadModules(QString* error)
     if (!options_.stateFile.isEmpty() && QFileInfo::exists(options_.stateFile)
         && !loadState(options_.stateFile, saved, error))
         return false;
-    // A saved module replaces the command line's module of the same address.
-    for (const ModuleAt& wanted : options_.modules) {
-        const bool replaced = std::any_of(saved.begin(), saved.end(),
-                                          [&](const ModuleRecord& r) { return r.busAddress == wanted.address; });
-        if (!replaced)
-            line_.addModule(SimModule(simulatedModule(wanted.address, wanted.modelCode, options_.seed), options_.seed));
+    // Once a line has kept its state, that state is the line: a module that
+    // took a new address must not come back at its old one beside itself.
+    if (!saved.isEmpty()) {
+        for (const ModuleRecord& record : saved)
+            line_.addModule(SimModule(record, options_.seed));
+        return true;
     }
-    for (const ModuleRecord& record : saved)
-        line_.addModule(SimModule(record, options_.seed));
+    for (const ModuleAt& module : options_.modules)
+        line_.addModule(SimModule(simulatedModule(module.address, module.modelCode, options_.seed), options_.seed));
     return true;
 }
 

@@ -1,10 +1,12 @@
 #include "sim_values.h"
 
+#include "model/gain_steps.h"
 #include "model/models.h"
 #include "protocol/blocks.h"
 
 #include <QRandomGenerator>
 
+#include <algorithm>
 #include <initializer_list>
 
 namespace velmor::sim {
@@ -35,15 +37,11 @@ struct Range {
     int low;
     int high;
 };
-constexpr Range kExcitation{0, 3};
 constexpr Range kBalance{0, 65535};
 constexpr Range kCoupling{0, 1};
 constexpr Range kIntegral{0, 2};
-constexpr Range kGain{0, 3};
-constexpr Range kCutoff{10, 20000};
 constexpr Range kHold{0, 7};
 constexpr Range kZeroAdjust{0, 255};
-constexpr Range kGainAdjust{0, 4095};
 constexpr Range kFlags{0, 255};
 constexpr Range kGainCoef{9000, 11000};  // hundredths around 100
 constexpr Range kZeroCoef{0, 2000};      // tenths
@@ -80,20 +78,57 @@ private:
     QRandomGenerator random_;
 };
 
-void fillChannel(ChannelRecord& c, bool wideCalibration, Values& v)
+// The settings a module of these capabilities really offers, so that its
+// channels read as texts rather than "Unknown".
+Range excitationCodes(int excitationType)
 {
-    c.excitation = static_cast<qint16>(v.in(kExcitation));
+    switch (excitationType) {
+    case 1: return {0, 1};
+    case 2: return {0, 3};
+    case 3: return {0, 6};
+    default: return {0, 0};
+    }
+}
+
+Range gainPositions(int gainType)
+{
+    return {0, std::max(1, static_cast<int>(gainSteps(gainType).size())) - 1};
+}
+
+Range cutoffCodes(int filterType)
+{
+    switch (filterType) {
+    case 2: return {0, 2};
+    case 3: return {2, 20000};  // the 50 k scale starts at 2
+    default: return {10, 20000};
+    }
+}
+
+Range gainAdjustValues(int adjustType)
+{
+    switch (adjustType) {
+    case 2: return {0, 4095};
+    case 3: return {0, 255};
+    default: return {0, 1023};
+    }
+}
+
+void fillChannel(ChannelRecord& c, const ModuleRecord& m, bool wideCalibration, Values& v)
+{
+    c.excitation = static_cast<qint16>(v.in(excitationCodes(m.excitationType)));
     c.balanceValue = v.in(kBalance);
     c.coupling = static_cast<qint16>(v.in(kCoupling));
+    if (m.excitationType == 1 && c.excitation == 1)
+        c.coupling = 1;  // the 4 mA source always runs AC coupled
     c.integral = static_cast<qint16>(v.in(kIntegral));
-    c.gain = static_cast<qint16>(v.in(kGain));
-    c.cutoff = v.in(kCutoff);
+    c.gain = static_cast<qint16>(v.in(gainPositions(m.gainType)));
+    c.cutoff = v.in(cutoffCodes(m.filterType));
     c.holdExponent = static_cast<quint16>(v.in(kHold));
     c.zeroAdjust = v.in(kZeroAdjust);
-    c.gainAdjust = v.in(kGainAdjust);
+    c.gainAdjust = v.in(gainAdjustValues(m.adjustType));
     c.channelFlags = static_cast<qint16>(v.in(kFlags));
     v.fill(c.zeroAdjustTable, layout::kAdjustEntries, kZeroAdjust);
-    v.fill(c.gainAdjustTable, layout::kAdjustEntries, kGainAdjust);
+    v.fill(c.gainAdjustTable, layout::kAdjustEntries, gainAdjustValues(m.adjustType));
     if (wideCalibration) {
         v.fill(c.gainCoef, layout::kWideCoefEntries, kGainCoef);
     } else {
@@ -119,7 +154,7 @@ ModuleRecord simulatedModule(int address, int modelCode, quint32 seed)
         m.infoTail[static_cast<size_t>(i)] = static_cast<quint8>(v.in(kByte));
     const bool wide = modelCode == layout::kWideModelCode;
     for (int c = 0; c < m.channelCount; ++c)
-        fillChannel(m.channels[static_cast<size_t>(c)], wide, v);
+        fillChannel(m.channels[static_cast<size_t>(c)], m, wide, v);
     return m;
 }
 

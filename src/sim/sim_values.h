@@ -7,7 +7,7 @@ namespace velmor::sim {
 // A module's memory as it leaves the factory: the same (address, model, seed)
 // always gives the same record. Name and channel count come from the model
 // table, the capability codes from a per-model table of plausible codes, and
-// every value of the module's channels lies within its wire range. Channels
+// every value of the module's channels is one its capabilities offer. Channels
 // beyond the model's count keep the program's start values. modelCode is 0..8.
 ModuleRecord simulatedModule(int address, int modelCode, quint32 seed);
 

@@ -99,7 +99,7 @@ private slots:
             QVERIFY(sim.stop());
         }
         SimProcess again;
-        // The saved module replaces the command line's module at the same address.
+        // The saved modules stand for the line; the command line's are not used.
         QVERIFY2(again.start(argumentsWith(state, QStringLiteral("1:TM-A4"))), qPrintable(again.error()));
         PtyPeer peer(again.devicePath());
         ModuleRecord program = readInformation(peer, 1);
@@ -109,6 +109,27 @@ private slots:
                                program, status));
         QCOMPARE(program.channels[2].cutoff, 4321);
         QCOMPARE(program.channels[3].gain, qint16(2));
+        QVERIFY(again.stop());
+    }
+
+    void newAddressSurvivesARestartWithoutTheOldOne()
+    {
+        QTemporaryDir dir;
+        const QString state = dir.filePath(QStringLiteral("modules.json"));
+        {
+            SimProcess sim;
+            QVERIFY2(sim.start(argumentsWith(state, QStringLiteral("1:TM-C16"))), qPrintable(sim.error()));
+            PtyPeer peer(sim.devicePath());
+            ModuleRecord program = readInformation(peer, 1);
+            program.busAddress = 7;
+            QCOMPARE(peer.exchange(writeInfoRequest(program).frame(), kFullFrameLength).size(), kFullFrameLength);
+            QVERIFY(sim.stop());
+        }
+        SimProcess again;
+        QVERIFY2(again.start(argumentsWith(state, QStringLiteral("1:TM-C16"))), qPrintable(again.error()));
+        PtyPeer peer(again.devicePath());
+        QCOMPARE(readInformation(peer, 7).busAddress, qint16(7));
+        QVERIFY(peer.exchange(readInfoRequest(1).frame(), kFullFrameLength, 500).isEmpty());
         QVERIFY(again.stop());
     }
 

@@ -1,5 +1,6 @@
 // Generated module values are reproducible, plausible and within wire ranges.
 
+#include "model/parameters.h"
 #include "sim/sim_values.h"
 
 #include "model/models.h"
@@ -69,6 +70,21 @@ private slots:
                 QVERIFY(in(ch.gainAdjustTable[static_cast<size_t>(i)], 0, 65535));
                 QVERIFY(in(ch.zeroCoef[static_cast<size_t>(i)], 0, 65535));
                 QVERIFY(in(ch.gainCoef[static_cast<size_t>(i)], 0, 65535));
+            }
+        }
+    }
+
+    void channelValuesReadAsRealTexts_data() { modelGivesNameChannelCountAndValidCodes_data(); }
+    void channelValuesReadAsRealTexts()
+    {
+        QFETCH(int, modelCode);
+        const ModuleRecord m = simulatedModule(5, modelCode, 3);
+        for (int c = 0; c < m.channelCount; ++c) {
+            for (Parameter p : {Parameter::Excitation, Parameter::Coupling, Parameter::Gain, Parameter::Cutoff,
+                                Parameter::Hold, Parameter::Integral, Parameter::ZeroAdjust}) {
+                const QString text = parameterText(p, m, c, Language::English);
+                QVERIFY2(text != QStringLiteral("Unknown"), qPrintable(QStringLiteral("model %1 channel %2 parameter %3")
+                                                                           .arg(modelCode).arg(c).arg(static_cast<int>(p))));
             }
         }
     }

@@ -1,13 +1,15 @@
+#include "protocol/requests.h"
 #include "pty_pair.h"
 #include "serial/com_port.h"
+#include "support/sim_line.h"
 
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
-#include <QFile>
+#include <termios.h>
 
 using namespace velmor;
+using namespace velmor::testing;
 
 namespace {
 
@@ -17,111 +19,47 @@ bool waitForBytes(ComPort& port, int count, int ms = 2000)
     return QTest::qWaitFor([&] { return port.BytesWaiting() >= count; }, ms);
 }
 
-QList<PortEntry> singlePort(const PtyPair& pty, int number)
+QList<PortEntry> listed()
 {
-    return {PortEntry{QStringLiteral("SIM1"), number, pty.slavePath()}};
+    return listPorts({}, simPortsDir());
 }
+
+const QByteArray kBeckon("\xAA\xAA\x03\xFF\x10\x00\x0F", 7);
 
 }  // namespace
 
 class ComPortTest : public QObject {
     Q_OBJECT
 private slots:
-    void comNameGivesItsNumber_data();
-    void comNameGivesItsNumber();
-    void otherNamesAreNumberedByPosition();
-    void numbersNameOnePortEach();
-    void publishedLinksAreListedAfterSystemPorts();
-    void deadLinksAreNotListed();
-    void openUsesTheEntryWithThatNumber();
+    void portNumber1OpensCom1AndNumber10OpensCom10();
     void unknownNumberFailsAndLeavesMinusOne();
-    void readBelowMinimumReturnsNothingAndKeepsBytes();
-    void readAtOrAboveMinimumReturnsEverythingWaiting();
+    void lineIsSetTo4800Baud8N1();
+    void readWithMinimumFiveWhenFourWaitReturnsNothingAndKeepsThem();
+    void readWithSixtyWaitingReturnsAllSixty();
     void operationsAfterFailedOpenActAsClosed();
     void closingTwiceIsHarmless();
     void bytesQueuedBeforeOpenArePurged();
-    void writeReachesTheFarEnd();
     void farEndGoingAwayClosesThePortOnce();
 };
 
-void ComPortTest::comNameGivesItsNumber_data()
+void ComPortTest::portNumber1OpensCom1AndNumber10OpensCom10()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("number");
-    QTest::newRow("COM1") << "COM1" << 1;
-    QTest::newRow("COM10") << "COM10" << 10;
-    QTest::newRow("COM12") << "COM12" << 12;
-}
-
-void ComPortTest::comNameGivesItsNumber()
-{
-    QFETCH(QString, name);
-    QFETCH(int, number);
-    QTemporaryDir empty;
-    const QList<PortEntry> ports = listPorts({PortEntry{name, 0, QStringLiteral("/dev/x")}}, empty.path());
-    QCOMPARE(ports.size(), 1);
-    QCOMPARE(ports[0].name, name);
-    QCOMPARE(ports[0].number, number);
-}
-
-void ComPortTest::otherNamesAreNumberedByPosition()
-{
-    QTemporaryDir empty;
-    const QList<PortEntry> ports = listPorts({PortEntry{QStringLiteral("ttyUSB1"), 0, QStringLiteral("/dev/ttyUSB1")},
-                                              PortEntry{QStringLiteral("ttyUSB0"), 0, QStringLiteral("/dev/ttyUSB0")}},
-                                             empty.path());
-    QCOMPARE(ports.size(), 2);
-    QCOMPARE(ports[0].name, QStringLiteral("ttyUSB0"));  // a stable order, by name
-    QCOMPARE(ports[0].number, 1);
-    QCOMPARE(ports[1].name, QStringLiteral("ttyUSB1"));
-    QCOMPARE(ports[1].number, 2);
-}
-
-void ComPortTest::numbersNameOnePortEach()
-{
-    QTemporaryDir empty;
-    const auto port = [](const char* name) { return PortEntry{QString::fromLatin1(name), 0, QStringLiteral("/dev/x")}; };
-    const QList<PortEntry> ports = listPorts({port("ttyUSB1"), port("COM3"), port("ttyUSB0"), port("COM1")}, empty.path());
-    QCOMPARE(ports.size(), 4);
-    QCOMPARE(ports[0].name, QStringLiteral("COM1"));
-    QCOMPARE(ports[0].number, 1);
-    QCOMPARE(ports[1].number, 3);
-    QCOMPARE(ports[2].name, QStringLiteral("ttyUSB0"));
-    QCOMPARE(ports[2].number, 4);  // its position, 3, belongs to COM3
-    QCOMPARE(ports[3].number, 5);
-}
-
-void ComPortTest::publishedLinksAreListedAfterSystemPorts()
-{
-    PtyPair pty;
-    QVERIFY(pty.isValid());
-    QTemporaryDir dir;
-    QVERIFY(QFile::link(pty.slavePath(), dir.filePath(QStringLiteral("SIM1"))));
-    const QList<PortEntry> ports = listPorts({PortEntry{QStringLiteral("ttyS0"), 0, QStringLiteral("/dev/ttyS0")}}, dir.path());
-    QCOMPARE(ports.size(), 2);
-    QCOMPARE(ports[1].name, QStringLiteral("SIM1"));
-    QCOMPARE(ports[1].number, 2);
-    QCOMPARE(ports[1].device, dir.filePath(QStringLiteral("SIM1")));
-}
-
-void ComPortTest::deadLinksAreNotListed()
-{
-    QTemporaryDir dir;
-    QVERIFY(QFile::link(dir.filePath(QStringLiteral("gone")), dir.filePath(QStringLiteral("SIM9"))));
-    QVERIFY(listPorts({}, dir.path()).isEmpty());
-}
-
-void ComPortTest::openUsesTheEntryWithThatNumber()
-{
-    PtyPair pty;
+    SimLine com1({sim::ModuleAt{1, 2}}, Pacing::Fast, QStringLiteral("COM1"));
+    SimLine com10({sim::ModuleAt{2, 0}}, Pacing::Fast, QStringLiteral("COM10"));
+    QVERIFY(com1.isReady() && com10.isReady());
     ComPort port;
-    port.setPorts({PortEntry{QStringLiteral("COM1"), 1, QStringLiteral("/nonexistent/COM1")},
-                   PortEntry{QStringLiteral("COM10"), 10, pty.slavePath()}});
+    port.setPorts(listed());
     QVERIFY(port.OpenComPort(10));
     QVERIFY(port.portHandle() > 0);
+    QVERIFY(port.WriteComPort(kBeckon));
+    QVERIFY(waitForBytes(port, kFullFrameLength));
+    QCOMPARE(com10.requests(), QList<QByteArray>{kBeckon});
+    QVERIFY(com1.requests().isEmpty());
     port.CloseComPort();
-    QVERIFY(!port.OpenComPort(1));
-    QCOMPARE(port.portHandle(), -1);
+    QVERIFY(port.OpenComPort(1));
+    QVERIFY(port.WriteComPort(kBeckon));
+    QVERIFY(com1.waitForReplies(1));
+    port.CloseComPort();
 }
 
 void ComPortTest::unknownNumberFailsAndLeavesMinusOne()
@@ -131,32 +69,55 @@ void ComPortTest::unknownNumberFailsAndLeavesMinusOne()
     QCOMPARE(port.portHandle(), -1);
 }
 
-void ComPortTest::readBelowMinimumReturnsNothingAndKeepsBytes()
+void ComPortTest::lineIsSetTo4800Baud8N1()
 {
     PtyPair pty;
+    QVERIFY(pty.isValid());
     ComPort port;
-    port.setPorts(singlePort(pty, 1));
-    QVERIFY(port.OpenComPort(1));
-    pty.send(QByteArray("\x01\x02\x03\x04", 4));
-    QVERIFY(waitForBytes(port, 4));
-    QVERIFY(port.ReadComPort(5).isEmpty());
-    QCOMPARE(port.BytesWaiting(), 4);
-    QCOMPARE(port.ReadComPort(4), QByteArray("\x01\x02\x03\x04", 4));
+    QVERIFY(port.openDevice(pty.slavePath()));
+    const termios settings = pty.lineSettings();
+    QCOMPARE(cfgetospeed(&settings), speed_t(B4800));
+    QCOMPARE(cfgetispeed(&settings), speed_t(B4800));
+    QCOMPARE(settings.c_cflag & CSIZE, tcflag_t(CS8));
+    QCOMPARE(settings.c_cflag & PARENB, tcflag_t(0));
+    QCOMPARE(settings.c_cflag & CSTOPB, tcflag_t(0));
     port.CloseComPort();
 }
 
-void ComPortTest::readAtOrAboveMinimumReturnsEverythingWaiting()
+void ComPortTest::readWithMinimumFiveWhenFourWaitReturnsNothingAndKeepsThem()
 {
-    PtyPair pty;
+    SimLine line({sim::ModuleAt{1, 2}});
+    QVERIFY(line.isReady());
+    line.addFault(1, sim::FaultKind::Truncate, 0, kFullFrameLength - 4);
     ComPort port;
-    port.setPorts(singlePort(pty, 1));
-    QVERIFY(port.OpenComPort(1));
-    QByteArray sixty;
-    for (int i = 0; i < 60; ++i)
-        sixty.append(static_cast<char>(i));
-    pty.send(sixty);
+    port.setPorts(listed());
+    QVERIFY(port.OpenComPort(port.ports().first().number));
+    QVERIFY(port.WriteComPort(readInfoRequest(1).frame()));
+    QVERIFY(waitForBytes(port, 4));
+    QTest::qWait(50);
+    QCOMPARE(port.BytesWaiting(), 4);
+    QVERIFY(port.ReadComPort(5).isEmpty());
+    QCOMPARE(port.BytesWaiting(), 4);
+    QCOMPARE(port.ReadComPort(4), QByteArray("\xAA\xAA\x33\x01", 4));
+    port.CloseComPort();
+}
+
+void ComPortTest::readWithSixtyWaitingReturnsAllSixty()
+{
+    SimLine line({sim::ModuleAt{1, 2}});
+    QVERIFY(line.isReady());
+    line.addFault(1, sim::FaultKind::Truncate, 2, kFullFrameLength - 5);  // the second reply: 5 bytes
+    ComPort port;
+    port.setPorts(listed());
+    QVERIFY(port.OpenComPort(port.ports().first().number));
+    QVERIFY(port.WriteComPort(readInfoRequest(1).frame()));
+    QVERIFY(line.waitForReplies(1));
+    QVERIFY(port.WriteComPort(readInfoRequest(1).frame()));
     QVERIFY(waitForBytes(port, 60));
-    QCOMPARE(port.ReadComPort(5), sixty);
+    QTest::qWait(50);
+    const QByteArray all = port.ReadComPort(5);
+    QCOMPARE(all.size(), 60);
+    QCOMPARE(all.left(55), line.replies().first());
     QCOMPARE(port.BytesWaiting(), 0);
     port.CloseComPort();
 }
@@ -166,7 +127,7 @@ void ComPortTest::operationsAfterFailedOpenActAsClosed()
     ComPort port;
     QVERIFY(!port.openDevice(QStringLiteral("/nonexistent/ttyNothing")));
     QCOMPARE(port.portHandle(), -1);
-    QVERIFY(!port.WriteComPort(QByteArray("\xAA", 1)));
+    QVERIFY(!port.WriteComPort(kBeckon));
     QVERIFY(port.ReadComPort(0).isEmpty());
     QCOMPARE(port.BytesWaiting(), 0);
     QVERIFY(port.CloseComPort());
@@ -175,9 +136,10 @@ void ComPortTest::operationsAfterFailedOpenActAsClosed()
 
 void ComPortTest::closingTwiceIsHarmless()
 {
-    PtyPair pty;
+    SimLine line;
+    QVERIFY(line.isReady());
     ComPort port;
-    QVERIFY(port.openDevice(pty.slavePath()));
+    QVERIFY(port.openDevice(line.devicePath()));
     QVERIFY(port.CloseComPort());
     QVERIFY(port.CloseComPort());
     QCOMPARE(port.portHandle(), 0);
@@ -185,39 +147,32 @@ void ComPortTest::closingTwiceIsHarmless()
 
 void ComPortTest::bytesQueuedBeforeOpenArePurged()
 {
-    PtyPair pty;
-    pty.send(QByteArray(20, '\x55'));
-    QTest::qWait(50);
+    SimLine line({sim::ModuleAt{1, 2}});
+    QVERIFY(line.isReady());
+    line.addFault(1, sim::FaultKind::Late, 1, 200);
     ComPort port;
-    QVERIFY(port.openDevice(pty.slavePath()));
+    QVERIFY(port.openDevice(line.devicePath()));
+    QVERIFY(port.WriteComPort(readInfoRequest(1).frame()));
+    QTest::qWait(50);
+    port.CloseComPort();
+    QVERIFY(line.waitForReplies(1));  // the reply reaches a closed port
+    QVERIFY(port.openDevice(line.devicePath()));
     QTest::qWait(100);
     QCOMPARE(port.BytesWaiting(), 0);
-    pty.send(QByteArray("\xAA\xAA", 2));
-    QVERIFY(waitForBytes(port, 2));
-    QCOMPARE(port.ReadComPort(2), QByteArray("\xAA\xAA", 2));
-    port.CloseComPort();
-}
-
-void ComPortTest::writeReachesTheFarEnd()
-{
-    PtyPair pty;
-    ComPort port;
-    QVERIFY(port.openDevice(pty.slavePath()));
-    const QByteArray beckon("\xAA\xAA\x03\xFF\x10\x00\x0F", 7);
-    QVERIFY(port.WriteComPort(beckon));
-    QByteArray received;
-    QVERIFY(QTest::qWaitFor([&] { received += pty.receive(7, 10); return received.size() >= 7; }, 2000));
-    QCOMPARE(received, beckon);
+    QVERIFY(port.WriteComPort(kBeckon));
+    QVERIFY(waitForBytes(port, kFullFrameLength));
+    QCOMPARE(port.ReadComPort(kFullFrameLength), line.replies().last());
     port.CloseComPort();
 }
 
 void ComPortTest::farEndGoingAwayClosesThePortOnce()
 {
-    PtyPair pty;
+    SimLine line;
+    QVERIFY(line.isReady());
     ComPort port;
     QSignalSpy lost(&port, &ComPort::lost);
-    QVERIFY(port.openDevice(pty.slavePath()));
-    pty.hangUp();
+    QVERIFY(port.openDevice(line.devicePath()));
+    line.vanish();
     QVERIFY(lost.wait(2000));
     QTest::qWait(300);  // a storm of driver errors would show here as more signals
     QCOMPARE(lost.count(), 1);

@@ -1,61 +1,43 @@
 #include "pty_pair.h"
 
-#include <QElapsedTimer>
-
 #include <fcntl.h>
-#include <poll.h>
 #include <termios.h>
 #include <unistd.h>
-
-#include <cstdlib>
 
 PtyPair::PtyPair()
 {
     master_ = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
     if (master_ < 0 || ::grantpt(master_) != 0 || ::unlockpt(master_) != 0) {
-        hangUp();
+        close();
         return;
     }
     slavePath_ = QString::fromLocal8Bit(::ptsname(master_));
-    // Keep one slave descriptor open in raw mode, so that the line neither
-    // echoes nor hangs up while the code under test has its port closed.
+    // One slave descriptor of our own, opened before the code under test takes
+    // the port for itself, to read the settings through. It starts the line at
+    // 9600 baud 7E2, so that every setting seen later was made by that code.
     slaveKeeper_ = ::open(slavePath_.toLocal8Bit().constData(), O_RDWR | O_NOCTTY | O_NONBLOCK);
-    termios raw{};
-    if (slaveKeeper_ >= 0 && ::tcgetattr(slaveKeeper_, &raw) == 0) {
-        ::cfmakeraw(&raw);
-        ::tcsetattr(slaveKeeper_, TCSANOW, &raw);
+    termios other{};
+    if (slaveKeeper_ >= 0 && ::tcgetattr(slaveKeeper_, &other) == 0) {
+        ::cfsetspeed(&other, B9600);
+        other.c_cflag = (other.c_cflag & ~CSIZE) | CS7 | PARENB | CSTOPB;
+        ::tcsetattr(slaveKeeper_, TCSANOW, &other);
     }
 }
 
 PtyPair::~PtyPair()
 {
-    hangUp();
+    close();
 }
 
-void PtyPair::send(const QByteArray& bytes)
+termios PtyPair::lineSettings() const
 {
-    if (master_ >= 0)
-        (void)!::write(master_, bytes.constData(), static_cast<size_t>(bytes.size()));
+    termios settings{};
+    if (slaveKeeper_ >= 0)
+        ::tcgetattr(slaveKeeper_, &settings);
+    return settings;
 }
 
-QByteArray PtyPair::receive(int count, int ms)
-{
-    QByteArray out;
-    QElapsedTimer clock;
-    clock.start();
-    while (master_ >= 0 && out.size() < count && clock.elapsed() < ms) {
-        pollfd p{master_, POLLIN, 0};
-        if (::poll(&p, 1, 20) <= 0)
-            continue;
-        char buffer[512];
-        const ssize_t n = ::read(master_, buffer, sizeof buffer);
-        if (n > 0)
-            out.append(buffer, n);
-    }
-    return out;
-}
-
-void PtyPair::hangUp()
+void PtyPair::close()
 {
     if (slaveKeeper_ >= 0)
         ::close(slaveKeeper_);

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <QByteArray>
 #include <QString>
 
-// A bare pseudo-terminal for tests that need to put bytes on the line
-// themselves: the test holds the master, the code under test opens the slave.
+#include <termios.h>
+
+// A bare pseudo-terminal for looking at the line settings the code under test
+// gives its end: the test holds the master and one slave descriptor.
 class PtyPair {
 public:
     PtyPair();
@@ -14,13 +15,12 @@ public:
 
     bool isValid() const { return master_ >= 0; }
     QString slavePath() const { return slavePath_; }
-    void send(const QByteArray& bytes);
-    // Whatever the slave side wrote, waiting up to `ms` for at least `count` bytes.
-    QByteArray receive(int count, int ms);
-    // The far end goes away: the master is closed.
-    void hangUp();
+    // The terminal settings as they stand now.
+    termios lineSettings() const;
 
 private:
+    void close();
+
     int master_ = -1;
     int slaveKeeper_ = -1;
     QString slavePath_;

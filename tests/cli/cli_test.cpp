@@ -28,18 +28,6 @@ ModuleRecord recordOf(const QJsonObject& json)
     return record;
 }
 
-// What a whole read must have taken from the module.
-bool matchesModule(const ModuleRecord& record, const ModuleRecord& module)
-{
-    if (!sameModuleInformation(record, module))
-        return false;
-    for (size_t c = 0; c < static_cast<size_t>(module.channelCount); ++c)
-        if (!sameChannelParameters(record.channels[c], module.channels[c])
-            || !sameAdjustAndCoefficients(record.channels[c], module.channels[c], module.modelCode == 3))
-            return false;
-    return true;
-}
-
 QByteArray fileBytes(const QString& path)
 {
     QFile file(path);
@@ -151,8 +139,8 @@ void CliTest::searchFindsModulesAndReadsThemWholly()
     QCOMPARE(document[QStringLiteral("report")].toString(), QStringLiteral("Found 2 modules."));
     const QJsonArray modules = document[QStringLiteral("modules")].toArray();
     QCOMPARE(modules.size(), 2);
-    QVERIFY(matchesModule(recordOf(modules[0].toObject()), sim::simulatedModule(2, 2, kSeed)));
-    QVERIFY(matchesModule(recordOf(modules[1].toObject()), sim::simulatedModule(5, 0, kSeed)));
+    VELMOR_VERIFY_SAME(wholeReadDifference(recordOf(modules[0].toObject()), sim::simulatedModule(2, 2, kSeed)));
+    VELMOR_VERIFY_SAME(wholeReadDifference(recordOf(modules[1].toObject()), sim::simulatedModule(5, 0, kSeed)));
 }
 
 void CliTest::searchWithNoModuleExitsOne()
@@ -177,7 +165,7 @@ void CliTest::readPrintsTheRecordAsTheModuleHoldsIt()
     QCOMPARE(json[QStringLiteral("busAddress")].toInt(), 3);
     QCOMPARE(json[QStringLiteral("channels")].toArray().size(), 17);
     QCOMPARE(json[QStringLiteral("infoTail")].toArray().size(), 36);
-    QVERIFY(matchesModule(recordOf(json), sim::simulatedModule(3, 3, kSeed)));
+    VELMOR_VERIFY_SAME(wholeReadDifference(recordOf(json), sim::simulatedModule(3, 3, kSeed)));
 }
 
 void CliTest::readSavesTheConfigurationImage()
@@ -343,7 +331,7 @@ void CliTest::beckonPrintsTheModuleThatAnswers()
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.json()[QStringLiteral("busAddress")].toInt(), 12);
     QCOMPARE(result.json()[QStringLiteral("modelName")].toString(), QStringLiteral("TM-A8D"));
-    QVERIFY(sameModuleInformation(recordOf(result.json()), sim::simulatedModule(12, 7, kSeed)));
+    VELMOR_VERIFY_SAME(informationDifference(recordOf(result.json()), sim::simulatedModule(12, 7, kSeed)));
 }
 
 void CliTest::balanceChangesOnlyTheChosenChannels()

@@ -53,7 +53,7 @@ void ExchangeTest::noiseBeforeTheReplyIsFoundAndAccepted()
     rig.select(line, 5);
     QVERIFY(rig.operations.readModuleInfo());
     QVERIFY(rig.dialogs.messages.isEmpty());
-    QVERIFY(sameModuleInformation(rig.state.current(), line.memory(5)));
+    VELMOR_VERIFY_SAME(informationDifference(rig.state.current(), line.memory(5)));
 }
 
 void ExchangeTest::wrongChecksumGivesReturnDataFail()
@@ -124,7 +124,7 @@ void ExchangeTest::replySplitWithGapsIsGathered()
     rig.select(line, 5);
     QVERIFY(rig.operations.readChannelGroup(2));
     for (size_t c = 8; c < 12; ++c)
-        QVERIFY(sameChannelParameters(rig.state.current().channels[c], line.memory(5).channels[c]));
+        VELMOR_VERIFY_SAME(channelParameterDifference(rig.state.current().channels[c], line.memory(5).channels[c]));
 }
 
 void ExchangeTest::pacedReplyIsTakenAsSoonAsItIsComplete()
@@ -155,7 +155,7 @@ void ExchangeTest::lateReplyDoesNotCorruptTheNextExchange()
     QVERIFY(rig.operations.readChannelGroup(0));
     const ModuleRecord& record = rig.state.current();
     for (size_t c : {0u, 1u, 2u, 3u, 12u, 13u, 14u, 15u})
-        QVERIFY(sameChannelParameters(record.channels[c], line.memory(5).channels[c]));
+        VELMOR_VERIFY_SAME(channelParameterDifference(record.channels[c], line.memory(5).channels[c]));
     QCOMPARE(record.moduleNumber, defaultModule().moduleNumber);  // the stale reply was not stored
     QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
 }

@@ -75,11 +75,7 @@ void FlowsTest::readEverythingStoresWhatTheModuleHolds()
     QVERIFY(rig.operations.cmdFrame3Receive());
     const ModuleRecord& module = line.memory(2);
     const ModuleRecord& record = rig.state.current();
-    QVERIFY(sameModuleInformation(record, module));
-    for (size_t c = 0; c < 16; ++c) {
-        QVERIFY2(sameChannelParameters(record.channels[c], module.channels[c]), qPrintable(QString::number(c)));
-        QVERIFY2(sameAdjustAndCoefficients(record.channels[c], module.channels[c], false), qPrintable(QString::number(c)));
-    }
+    VELMOR_VERIFY_SAME(wholeReadDifference(record, module));
     QCOMPARE(record.channels[16], ChannelRecord{});  // the spare slot is never filled
 }
 
@@ -91,8 +87,7 @@ void FlowsTest::readEverythingOfModelThreeTakesElevenGainCoefficients()
     rig.select(line, 4);
     QVERIFY(rig.operations.cmdFrame3Receive());
     QCOMPARE(rig.state.current().channelCount, 8);
-    for (size_t c = 0; c < 8; ++c)
-        QVERIFY(sameAdjustAndCoefficients(rig.state.current().channels[c], line.memory(4).channels[c], true));
+    VELMOR_VERIFY_SAME(wholeReadDifference(rig.state.current(), line.memory(4)));
 }
 
 void FlowsTest::failedModuleInformationReadStopsTheWholeRead()
@@ -123,8 +118,8 @@ void FlowsTest::failedStepStopsTheChainAfterIt()
     QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("Return data fail.")});
     QCOMPARE(rig.state.parseStatus, 3);
     // The first group was stored; nothing of the refused one was.
-    QVERIFY(sameChannelParameters(rig.state.current().channels[0], line.memory(2).channels[0]));
-    QVERIFY(sameChannelParameters(rig.state.current().channels[4], defaultChannel(4)));
+    VELMOR_VERIFY_SAME(channelParameterDifference(rig.state.current().channels[0], line.memory(2).channels[0]));
+    VELMOR_VERIFY_SAME(channelParameterDifference(rig.state.current().channels[4], defaultChannel(4)));
 }
 
 void FlowsTest::sendEverythingWritesParametersAdjustAndCalibration()
@@ -145,8 +140,9 @@ void FlowsTest::sendEverythingWritesParametersAdjustAndCalibration()
     QVERIFY(rig.operations.cmdFrame1Send());
     QCOMPARE(selectors(line), (QList<int>{1, 2, 5, 6, 9, 10, 11, 12}));
     for (size_t c = 0; c < 8; ++c) {
-        QVERIFY(sameChannelParameters(line.memory(6).channels[c], record.channels[c]));
-        QVERIFY(sameAdjustAndCoefficients(line.memory(6).channels[c], record.channels[c], false));
+        VELMOR_VERIFY_SAME(channelParameterDifference(line.memory(6).channels[c], record.channels[c]));
+        VELMOR_VERIFY_SAME(adjustDifference(line.memory(6).channels[c], record.channels[c]));
+        VELMOR_VERIFY_SAME(coefficientDifference(line.memory(6).channels[c], record.channels[c], false));
     }
 }
 

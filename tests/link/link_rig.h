@@ -2,6 +2,7 @@
 
 #include "link/module_search.h"
 #include "link/operations.h"
+#include "support/record_checks.h"
 #include "support/sim_line.h"
 
 #include <QList>
@@ -41,10 +42,5 @@ struct LinkRig {
     RecordingDialogs dialogs;
     Operations operations{state, port, dialogs};
 };
-
-// Values a module returns and the record should now hold.
-bool sameChannelParameters(const ChannelRecord& a, const ChannelRecord& b);
-bool sameAdjustAndCoefficients(const ChannelRecord& a, const ChannelRecord& b, bool wide);
-bool sameModuleInformation(const ModuleRecord& a, const ModuleRecord& b);
 
 }  // namespace velmor::testing

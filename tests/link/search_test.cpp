@@ -165,13 +165,7 @@ void SearchTest::everyModuleFoundIsReadWholly()
     rig.state.channelMask[1] = 0x11;
     QCOMPARE(rig.run(rig.listed()), 2);
     for (int i = 0; i < 2; ++i) {
-        const ModuleRecord& module = line.memory(i + 2);
-        const ModuleRecord& record = rig.state.table[static_cast<size_t>(i)];
-        QVERIFY(sameModuleInformation(record, module));
-        for (size_t c = 0; c < static_cast<size_t>(module.channelCount); ++c) {
-            QVERIFY(sameChannelParameters(record.channels[c], module.channels[c]));
-            QVERIFY(sameAdjustAndCoefficients(record.channels[c], module.channels[c], false));
-        }
+        VELMOR_VERIFY_SAME(wholeReadDifference(rig.state.table[static_cast<size_t>(i)], line.memory(i + 2)));
     }
     QCOMPARE(rig.state.channelMask[1], -1);
 }

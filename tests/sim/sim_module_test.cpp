@@ -3,6 +3,7 @@
 
 #include "sim/sim_module.h"
 #include "sim/sim_values.h"
+#include "support/record_checks.h"
 
 #include "model/models.h"
 #include "protocol/blocks.h"
@@ -13,6 +14,7 @@
 
 using namespace velmor;
 using namespace velmor::sim;
+using namespace velmor::testing;
 
 namespace {
 
@@ -31,50 +33,6 @@ ModuleRecord programRecord(const ModuleRecord& memory)
 }
 
 ChannelRecord channelOf(const ModuleRecord& r, int c) { return r.channels[static_cast<size_t>(c)]; }
-
-void compareChannelParameters(const ChannelRecord& actual, const ChannelRecord& expected)
-{
-    QCOMPARE(actual.excitation, expected.excitation);
-    QCOMPARE(actual.balanceValue, expected.balanceValue);
-    QCOMPARE(actual.coupling, expected.coupling);
-    QCOMPARE(actual.integral, expected.integral);
-    QCOMPARE(actual.gain, expected.gain);
-    QCOMPARE(actual.cutoff, expected.cutoff);
-    QCOMPARE(actual.holdExponent, expected.holdExponent);
-    QCOMPARE(actual.zeroAdjust, expected.zeroAdjust);
-    QCOMPARE(actual.gainAdjust, expected.gainAdjust);
-    QCOMPARE(actual.channelFlags, expected.channelFlags);
-}
-
-void compareAdjustTables(const ChannelRecord& actual, const ChannelRecord& expected)
-{
-    for (int i = 0; i < layout::kAdjustEntries; ++i) {
-        QCOMPARE(actual.zeroAdjustTable[static_cast<size_t>(i)], expected.zeroAdjustTable[static_cast<size_t>(i)]);
-        QCOMPARE(actual.gainAdjustTable[static_cast<size_t>(i)], expected.gainAdjustTable[static_cast<size_t>(i)]);
-    }
-}
-
-void compareCoefficients(const ChannelRecord& actual, const ChannelRecord& expected, bool wide)
-{
-    const int entries = wide ? layout::kWideCoefEntries : layout::kCoefEntries;
-    for (int i = 0; i < entries; ++i) {
-        QCOMPARE(actual.gainCoef[static_cast<size_t>(i)], expected.gainCoef[static_cast<size_t>(i)]);
-        if (!wide)
-            QCOMPARE(actual.zeroCoef[static_cast<size_t>(i)], expected.zeroCoef[static_cast<size_t>(i)]);
-    }
-}
-
-void compareInformation(const ModuleRecord& actual, const ModuleRecord& expected)
-{
-    QCOMPARE(actual.busAddress, expected.busAddress);
-    QCOMPARE(trimmedText(actual.modelName), trimmedText(expected.modelName));
-    QCOMPARE(actual.channelCount, expected.channelCount);
-    QCOMPARE(actual.moduleNumber, expected.moduleNumber);
-    for (int i = 0; i < kCapabilityCount; ++i)
-        QCOMPARE(actual.*kCapabilityFields[i], expected.*kCapabilityFields[i]);
-    for (int i = 0; i < layout::kInfoTailSent; ++i)
-        QCOMPARE(actual.infoTail[static_cast<size_t>(i)], expected.infoTail[static_cast<size_t>(i)]);
-}
 
 void addModelRows()
 {
@@ -104,7 +62,7 @@ private slots:
         ModuleRecord program = defaultModule();
         int status = 0;
         QVERIFY(parseParameterReply(a.reply, kCmdRead, program, status));
-        compareInformation(program, module.memory());
+        VELMOR_VERIFY_SAME(informationDifference(program, module.memory()));
     }
 
     void channelGroupReadMatchesMemory_data()
@@ -122,7 +80,7 @@ private slots:
         int status = 0;
         QVERIFY(parseInfoReply(a.reply, kCmdRead, program, status));
         for (int c = 4 * group; c < 4 * group + 4; ++c)
-            compareChannelParameters(channelOf(program, c), channelOf(module.memory(), c));
+            VELMOR_VERIFY_SAME(channelParameterDifference(channelOf(program, c), channelOf(module.memory(), c)));
     }
 
     void adjustBlockReadMatchesMemory_data() { channelGroupReadMatchesMemory_data(); }
@@ -135,7 +93,7 @@ private slots:
         int status = 0;
         QVERIFY(parseCalibrationReply(a.reply, kCmdRead, program, status));
         for (int c = 4 * group; c < 4 * group + 4; ++c)
-            compareAdjustTables(channelOf(program, c), channelOf(module.memory(), c));
+            VELMOR_VERIFY_SAME(adjustDifference(channelOf(program, c), channelOf(module.memory(), c)));
     }
 
     void calibrationPairReadMatchesMemory_data()
@@ -156,7 +114,7 @@ private slots:
         int status = 0;
         QVERIFY(parseCalibrationReply(a.reply, kCmdRead, program, status));
         for (int c = 2 * pair; c < 2 * pair + 2; ++c)
-            compareCoefficients(channelOf(program, c), channelOf(module.memory(), c), modelCode == 3);
+            VELMOR_VERIFY_SAME(coefficientDifference(channelOf(program, c), channelOf(module.memory(), c), modelCode == 3));
     }
 
     void modelThreeSendsElevenGainCoefficientsPerChannel()
@@ -195,13 +153,13 @@ private slots:
         QCOMPARE(quint8(a.reply[kCommandOffset]), quint8(kCmdWrite + kReplyOffset));
         QCOMPARE(quint8(a.reply[kGroupOffset]), quint8(3));
         for (int c = 8; c < 12; ++c)
-            compareChannelParameters(channelOf(module.memory(), c), channelOf(program, c));
+            VELMOR_VERIFY_SAME(channelParameterDifference(channelOf(module.memory(), c), channelOf(program, c)));
 
         ModuleRecord answered = programRecord(module.memory());
         int status = 0;
         QVERIFY(parseInfoReply(a.reply, kCmdWrite, answered, status));
         for (int c = 8; c < 12; ++c)
-            compareChannelParameters(channelOf(answered, c), channelOf(program, c));
+            VELMOR_VERIFY_SAME(channelParameterDifference(channelOf(answered, c), channelOf(program, c)));
     }
 
     void adjustAndCalibrationWritesPersist_data()
@@ -235,9 +193,9 @@ private slots:
         QVERIFY(parseCalibrationReply(module.answer(readCalibrationRequest(readBack, 1).frame()).reply, kCmdRead,
                                       readBack, status));
         for (int c = 0; c < 4; ++c)
-            compareAdjustTables(channelOf(readBack, c), channelOf(program, c));
+            VELMOR_VERIFY_SAME(adjustDifference(channelOf(readBack, c), channelOf(program, c)));
         for (int c = 2; c < 4; ++c)
-            compareCoefficients(channelOf(readBack, c), channelOf(program, c), modelCode == 3);
+            VELMOR_VERIFY_SAME(coefficientDifference(channelOf(readBack, c), channelOf(program, c), modelCode == 3));
     }
 
     void informationWriteTakesTheAddressOfByteSix()
@@ -268,7 +226,7 @@ private slots:
         ModuleRecord answered = defaultModule();
         int status = 0;
         QVERIFY(parseParameterReply(a.reply, kCmdWrite, answered, status));
-        compareInformation(answered, module.memory());
+        VELMOR_VERIFY_SAME(informationDifference(answered, module.memory()));
     }
 
     void beckonIsAnsweredWithModuleInformation()
@@ -281,7 +239,7 @@ private slots:
         ModuleRecord program = defaultModule();
         int status = 0;
         QVERIFY(parseParameterReply(a.reply, kCmdBeckon, program, status));
-        compareInformation(program, module.memory());
+        VELMOR_VERIFY_SAME(informationDifference(program, module.memory()));
     }
 
     void balanceIsAcknowledgedInTenBytes()

@@ -1,5 +1,9 @@
 #include "com_port.h"
 
+#include "published_port.h"
+
+#include <QFileInfo>
+
 namespace velmor {
 
 ComPort::ComPort(QObject* parent) : QObject(parent)
@@ -12,8 +16,8 @@ bool ComPort::OpenComPort(int n)
 {
     const PortEntry* entry = findPort(ports_, n);
     if (!entry) {
-        portHandle_ = -1;
-        return false;
+        CloseComPort();
+        return refuseOpen(OpenFailure::NoSuchPort);
     }
     return openDevice(entry->device);
 }
@@ -21,12 +25,18 @@ bool ComPort::OpenComPort(int n)
 bool ComPort::openDevice(const QString& device)
 {
     CloseComPort();  // at most one port is open at a time
-    port_.setPortName(device);
-    if (!port_.open(QIODevice::ReadWrite)) {
-        portHandle_ = -1;
-        return false;
-    }
+    if (isPublishedPort(device) && !publishedPortAlive(device))
+        return refuseOpen(OpenFailure::PublisherGone);
+    // The port's lock is named after the device it opens: open the real
+    // device, so that a link and its target share one lock and never talk on
+    // one line at once.
+    const QString real = QFileInfo(device).canonicalFilePath();
+    port_.setPortName(real.isEmpty() ? device : real);
+    if (!port_.open(QIODevice::ReadWrite))
+        return refuseOpen(OpenFailure::System, port_.errorString());
     portHandle_ = 1;
+    openFailure_ = OpenFailure::None;
+    openFailureReason_.clear();
     // The line settings are not checked: a port that refuses them still counts
     // as open, and a wrong setting shows up as a missing reply.
     port_.setBaudRate(kBaudRate);
@@ -73,6 +83,14 @@ QByteArray ComPort::peekWaiting()
 qint32 ComPort::BytesWaiting() const
 {
     return portHandle_ > 0 ? static_cast<qint32>(port_.bytesAvailable()) : 0;
+}
+
+bool ComPort::refuseOpen(OpenFailure why, const QString& reason)
+{
+    portHandle_ = -1;
+    openFailure_ = why;
+    openFailureReason_ = reason;
+    return false;
 }
 
 void ComPort::onError(QSerialPort::SerialPortError error)

@@ -9,6 +9,14 @@
 
 namespace velmor {
 
+// Why the last open failed.
+enum class OpenFailure {
+    None,
+    NoSuchPort,     // no port has that number
+    PublisherGone,  // a published port whose simulator no longer runs
+    System,         // the system refused; openFailureReason() says why
+};
+
 // The five port operations on one serial port at 4800 baud 8N1. At most one
 // port is open at a time; every operation is safe on a closed or failed port.
 class ComPort : public QObject {
@@ -36,6 +44,10 @@ public:
     QByteArray peekWaiting();
     qint32 BytesWaiting() const;
 
+    OpenFailure openFailure() const { return openFailure_; }
+    // The system's words for an OpenFailure::System.
+    QString openFailureReason() const { return openFailureReason_; }
+
     // 0 closed, -1 after a failed open, positive while open.
     qint32 portHandle() const { return portHandle_; }
     bool isOpen() const { return portHandle_ > 0; }
@@ -47,10 +59,13 @@ signals:
 
 private:
     void onError(QSerialPort::SerialPortError error);
+    bool refuseOpen(OpenFailure why, const QString& reason = {});
 
     QSerialPort port_;
     QList<PortEntry> ports_;
     qint32 portHandle_ = 0;
+    OpenFailure openFailure_ = OpenFailure::None;
+    QString openFailureReason_;
 };
 
 }  // namespace velmor

@@ -1,5 +1,7 @@
 #include "port_list.h"
 
+#include "published_port.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -46,7 +48,10 @@ QList<PortEntry> listPorts(QList<PortEntry> ports, const QString& virtualDir)
     const QFileInfoList links = QDir(virtualDir).entryInfoList(QDir::System | QDir::Files | QDir::NoDotAndDotDot,
                                                                QDir::Name);
     for (const QFileInfo& link : links) {
-        if (!link.exists())  // the simulator that published it has gone
+        // Only the links themselves, whose pseudo-terminal is there and whose
+        // simulator still runs: a link left by a killed one may lead to a
+        // pseudo-terminal that another program has since been given.
+        if (!link.isSymLink() || !link.exists() || !publishedPortAlive(link.absoluteFilePath()))
             continue;
         ports.append({link.fileName(), 0, link.absoluteFilePath()});
     }

@@ -20,7 +20,7 @@ struct PortEntry {
 QString virtualPortsDirectory();
 
 // The system's serial ports in a stable order, then the published virtual
-// ports (whose links still lead somewhere), numbered as above.
+// ports whose simulator still runs, numbered as above.
 QList<PortEntry> listPorts();
 // systemPorts: name and device of each system port; numbers are given here.
 QList<PortEntry> listPorts(QList<PortEntry> systemPorts, const QString& virtualDir);

@@ -23,7 +23,9 @@ bool FrameLog::open(const QString& path, QString* error)
         ok = file_.open(stderr, QIODevice::WriteOnly | QIODevice::Unbuffered);
     } else {
         file_.setFileName(path);
-        ok = file_.open(QIODevice::Append | QIODevice::Text);
+        // Unbuffered: every line is on disk when it is written, so a reader
+        // (or a simulator that is killed) never misses the last frames.
+        ok = file_.open(QIODevice::Append | QIODevice::Unbuffered);
     }
     if (!ok && error)
         *error = QStringLiteral("cannot open the log %1: %2").arg(path, file_.errorString());
@@ -35,7 +37,6 @@ void FrameLog::write(Direction direction, QByteArrayView frame)
     if (!file_.isOpen())
         return;
     file_.write((frameLogLine(QTime::currentTime(), direction, frame) + QLatin1Char('\n')).toUtf8());
-    file_.flush();
 }
 
 }  // namespace velmor::sim

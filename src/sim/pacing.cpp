@@ -22,9 +22,18 @@ Pacer::Pacer(qint64 byteNs, const QElapsedTimer& clock, QObject* parent)
 
 void Pacer::send(const Outgoing& out, qint64 startNs)
 {
-    queue_.append({out, startNs});
-    if (!timer_.isActive())
-        timer_.start(0);
+    // Replies wait their turn by the time they are due, not by the order of
+    // their requests: a module answering late holds the line only once its
+    // own first byte goes out, and a prompt reply to a later request goes
+    // out ahead of it. The reply on the line now keeps its place.
+    const auto due = [](const Transmission& t) { return t.startNs + t.out.delayMs * kNsPerMs; };
+    const Transmission added{out, startNs};
+    auto at = queue_.begin();
+    if (at != queue_.end() && at->baseNs >= 0)
+        ++at;
+    at = std::find_if(at, queue_.end(), [&](const Transmission& t) { return due(t) > due(added); });
+    queue_.insert(at, added);
+    timer_.start(0);  // the head may have changed: wake() plans again
 }
 
 void Pacer::stop()

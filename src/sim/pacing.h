@@ -19,7 +19,8 @@ inline constexpr qint64 kByteNs4800 = 10 * 1'000'000'000LL / 4800;
 qint64 byteOffsetNs(const Outgoing& out, int i, qint64 byteNs);
 
 // Puts replies on the line one byte time apart (or all at once when the byte
-// time is 0), one reply after the other as on a real line. It wakes with a
+// time is 0), one reply after the other as on a real line, in the order they
+// are due. It wakes with a
 // precise timer when the next byte is due and hands over every byte due by
 // then; it never spins. The schedule of a reply starts when its first byte
 // actually goes out, so that a late wake-up never squeezes the bytes together.
@@ -31,7 +32,8 @@ public:
 
     qint64 byteNs() const { return byteNs_; }
     bool idle() const { return queue_.isEmpty(); }
-    // First byte at startNs plus the reply's delay, or once the line is free.
+    // First byte at startNs plus the reply's delay, or once the line is free;
+    // a reply due earlier goes first.
     void send(const Outgoing& out, qint64 startNs);
     void stop();
 

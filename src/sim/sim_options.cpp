@@ -56,7 +56,7 @@ void addSimOptions(QCommandLineParser& parser)
     parser.setApplicationDescription(QStringLiteral(
         "Simulates signal-conditioning modules sharing one serial line, on a pseudo-terminal.\n"
         "Publishes the line as a symbolic link NAME in the folder of virtual ports, then prints\n"
-        "\"NAME<TAB>/dev/pts/N\" on one line when ready. Stops on SIGINT or SIGTERM."));
+        "\"NAME<TAB>/dev/pts/N\" on one line when ready. Stops on SIGINT, SIGTERM or SIGHUP."));
     parser.addHelpOption();
     const QString kinds = faultKindNames().join(QStringLiteral(", "));
     parser.addOptions({

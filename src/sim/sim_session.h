@@ -1,7 +1,7 @@
 #pragma once
 
 #include "frame_log.h"
-#include "published_link.h"
+#include "serial/published_port.h"
 #include "sim_options.h"
 #include "virtual_line.h"
 
@@ -33,7 +33,7 @@ private:
 
     SimOptions options_;
     VirtualLine line_;
-    PublishedLink link_;
+    PublishedPort link_;
     FrameLog log_;
 };
 

@@ -3,6 +3,7 @@
 #include "model/record_json.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -24,6 +25,9 @@ bool fail(QString* error, const QString& why)
 
 bool loadState(const QString& path, QList<ModuleRecord>& modules, QString* error)
 {
+    // A FIFO or a device would block the read, or never end it.
+    if (!QFileInfo(path).isFile())
+        return fail(error, QStringLiteral("%1 is not a regular file").arg(path));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return fail(error, QStringLiteral("cannot read %1: %2").arg(path, file.errorString()));
@@ -55,12 +59,15 @@ bool saveState(const QString& path, const QList<ModuleRecord>& modules, QString*
     QJsonArray array;
     for (const ModuleRecord& record : modules)
         array.append(recordToJson(record));
+    const QByteArray bytes = QJsonDocument(QJsonObject{{kModulesKey, array}}).toJson();
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return fail(error, QStringLiteral("cannot write %1: %2").arg(path, file.errorString()));
-    file.write(QJsonDocument(QJsonObject{{kModulesKey, array}}).toJson());
-    if (!file.commit())
-        return fail(error, QStringLiteral("cannot write %1: %2").arg(path, file.errorString()));
+    // Unbuffered, so that a short write (a full disk) shows in write()'s count
+    // and the old file stays; a buffered one may commit a truncated state.
+    const bool saved = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size()
+                    && file.commit();
+    if (!saved)
+        return fail(error, QStringLiteral("cannot write the state %1 (%2); the previous state is kept")
+                               .arg(path, file.errorString()));
     return true;
 }
 

@@ -9,6 +9,9 @@ namespace velmor::sim {
 namespace {
 
 int pipeEnds[2] = {-1, -1};
+// SIGHUP too: a simulator started from a terminal that closes must still
+// take its published port down.
+constexpr int kStopSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
 void onSignal(int)
 {
@@ -29,8 +32,8 @@ StopSignals::~StopSignals()
 {
     if (pipeEnds[0] < 0)
         return;
-    std::signal(SIGINT, SIG_DFL);
-    std::signal(SIGTERM, SIG_DFL);
+    for (int number : kStopSignals)
+        std::signal(number, SIG_DFL);
     for (int& fd : pipeEnds) {
         ::close(fd);
         fd = -1;
@@ -55,8 +58,8 @@ bool StopSignals::install(QString* error)
     action.sa_handler = onSignal;
     sigemptyset(&action.sa_mask);
     action.sa_flags = SA_RESTART;
-    ::sigaction(SIGINT, &action, nullptr);
-    ::sigaction(SIGTERM, &action, nullptr);
+    for (int number : kStopSignals)
+        ::sigaction(number, &action, nullptr);
     return true;
 }
 

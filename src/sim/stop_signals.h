@@ -6,7 +6,7 @@
 
 namespace velmor::sim {
 
-// Turns SIGINT and SIGTERM into a Qt signal, so that the event loop ends
+// Turns SIGINT, SIGTERM and SIGHUP into a Qt signal, so that the event loop ends
 // normally and the published link is removed: the handler only writes a byte
 // into a pipe that a socket notifier watches. One per process.
 class StopSignals : public QObject {

@@ -1,6 +1,8 @@
 #include "serial/port_list.h"
+#include "serial/published_port.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -15,6 +17,8 @@ private slots:
     void numbersNameOnePortEach();
     void publishedLinksAreListedAfterSystemPorts();
     void deadLinksAreNotListed();
+    void linksWithoutARunningOwnerAreNotListed();
+    void aRunningOwnersNameIsNotTakenOver();
 };
 
 void PortListTest::comNameGivesItsNumber_data()
@@ -70,7 +74,9 @@ void PortListTest::publishedLinksAreListedAfterSystemPorts()
     QTemporaryDir devices;
     QFile device(devices.filePath(QStringLiteral("pts7")));
     QVERIFY(device.open(QIODevice::WriteOnly));
-    QVERIFY(QFile::link(device.fileName(), dir.filePath(QStringLiteral("SIM1"))));
+    PublishedPort published;
+    QString error;
+    QVERIFY2(published.publish(dir.path(), QStringLiteral("SIM1"), device.fileName(), &error), qPrintable(error));
     const QList<PortEntry> ports = listPorts({PortEntry{QStringLiteral("ttyS0"), 0, QStringLiteral("/dev/ttyS0")}}, dir.path());
     QCOMPARE(ports.size(), 2);
     QCOMPARE(ports[1].name, QStringLiteral("SIM1"));
@@ -83,6 +89,49 @@ void PortListTest::deadLinksAreNotListed()
     QTemporaryDir dir;
     QVERIFY(QFile::link(dir.filePath(QStringLiteral("gone")), dir.filePath(QStringLiteral("SIM9"))));
     QVERIFY(listPorts({}, dir.path()).isEmpty());
+}
+
+void PortListTest::linksWithoutARunningOwnerAreNotListed()
+{
+    QTemporaryDir dir;
+    QTemporaryDir devices;
+    QFile device(devices.filePath(QStringLiteral("pts7")));
+    QVERIFY(device.open(QIODevice::WriteOnly));
+    // A link whose device is there but that no running line holds.
+    QVERIFY(QFile::link(device.fileName(), dir.filePath(QStringLiteral("SIM2"))));
+    QVERIFY(listPorts({}, dir.path()).isEmpty());
+    // A lock left by a process that has ended: its number names no process
+    // that runs (or one of another program), so the lock is stale.
+    QFile lock(publishedPortLockPath(dir.filePath(QStringLiteral("SIM2"))));
+    QVERIFY(lock.open(QIODevice::WriteOnly));
+    lock.write("2147483646\nvelmor-sim\n\n");
+    lock.close();
+    QVERIFY(listPorts({}, dir.path()).isEmpty());
+    // The dead owner's name is cleared on the way, and a new line may take it.
+    QVERIFY(!QFileInfo(dir.filePath(QStringLiteral("SIM2"))).isSymLink());
+    PublishedPort published;
+    QString error;
+    QVERIFY2(published.publish(dir.path(), QStringLiteral("SIM2"), device.fileName(), &error), qPrintable(error));
+    QCOMPARE(listPorts({}, dir.path()).size(), 1);
+    // The lock file itself is never listed as a port.
+    QVERIFY(QFileInfo::exists(publishedPortLockPath(dir.filePath(QStringLiteral("SIM2")))));
+    published.remove();
+    QVERIFY(listPorts({}, dir.path()).isEmpty());
+}
+
+void PortListTest::aRunningOwnersNameIsNotTakenOver()
+{
+    QTemporaryDir dir;
+    QTemporaryDir devices;
+    QFile device(devices.filePath(QStringLiteral("pts7")));
+    QVERIFY(device.open(QIODevice::WriteOnly));
+    PublishedPort first;
+    PublishedPort second;
+    QString error;
+    QVERIFY(first.publish(dir.path(), QStringLiteral("SIM3"), device.fileName(), &error));
+    QVERIFY(!second.publish(dir.path(), QStringLiteral("SIM3"), device.fileName(), &error));
+    QVERIFY2(error.contains(QStringLiteral("already published")), qPrintable(error));
+    QCOMPARE(listPorts({}, dir.path()).size(), 1);
 }
 
 

@@ -2,7 +2,7 @@
 
 #include "sim/faults.h"
 #include "sim/frame_log.h"
-#include "sim/published_link.h"
+#include "serial/published_port.h"
 #include "sim/sim_options.h"
 #include "sim/virtual_line.h"
 
@@ -77,7 +77,7 @@ private:
 
     QString name_;
     sim::VirtualLine line_;
-    sim::PublishedLink link_;
+    PublishedPort link_;
     QList<LoggedFrame> frames_;
     bool ready_ = false;
     QString error_;

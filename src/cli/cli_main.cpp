@@ -1,36 +1,26 @@
 #include "cli_main.h"
 
 #include "commands.h"
+#include "console_dialogs.h"
+#include "exit_codes.h"
+#include "model/cli_texts.h"
 #include "model/locale_language.h"
 
+#include <QCoreApplication>
+#include <QLibraryInfo>
 #include <QLocale>
+#include <QTranslator>
 
 #include <cstdio>
 
 namespace velmor::cli {
 namespace {
 
-const char kUsage[] =
-    "Usage: velmor-cli [--json] [--trace] [--lang zh|en] COMMAND [options]\n"
-    "\n"
-    "Sets up signal-conditioning modules on a serial line from the shell.\n"
-    "\n"
-    "Global options:\n"
-    "  --json        Print one JSON document on standard output.\n"
-    "  --trace       Print every frame sent (\"> \") and received (\"< \") on standard error.\n"
-    "  --lang zh|en  Language of messages and texts (default: from the system locale).\n"
-    "  -h, --help    Show this help; 'velmor-cli COMMAND --help' describes a command.\n"
-    "\n"
-    "Exit codes: 0 done, 1 an exchange failed, 2 usage error or refusal,\n"
-    "3 the port would not open, 4 a file could not be read or written.\n"
-    "\n"
-    "Commands:\n";
-
-QString generalHelp()
+QString generalHelp(Language language)
 {
-    QString text = QString::fromLatin1(kUsage);
+    QString text = pick(cli_text::kUsage, language);
     for (const Command& command : commands())
-        text += QStringLiteral("  %1%2\n").arg(QString::fromLatin1(command.name).leftJustified(12), QString::fromLatin1(command.summary));
+        text += QStringLiteral("  %1%2\n").arg(QString::fromLatin1(command.name).leftJustified(12), pick(*command.summary, language));
     return text;
 }
 
@@ -47,6 +37,17 @@ const Command* findCommand(const QString& name)
     return nullptr;
 }
 
+// Qt's own words (the option parser's errors, the serial port's reasons) in
+// Chinese too, when Qt's translations are installed.
+void translateQt(QTranslator& base, QTranslator& serial)
+{
+    const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+    if (base.load(QStringLiteral("qtbase_zh_CN"), folder))
+        QCoreApplication::installTranslator(&base);
+    if (serial.load(QStringLiteral("qtserialport_zh_CN"), folder))
+        QCoreApplication::installTranslator(&serial);
+}
+
 }  // namespace
 
 int runCli(const QStringList& arguments)
@@ -54,6 +55,22 @@ int runCli(const QStringList& arguments)
     GlobalOptions options;
     options.languageMode = systemLanguageMode();
     qsizetype i = 1;
+    // --lang is looked for first, so that every message, even about an
+    // option before it, comes in the language asked for.
+    for (qsizetype j = 1; j < arguments.size() && arguments[j].startsWith(QLatin1Char('-')); ++j) {
+        const QString& arg = arguments[j];
+        const QString value = arg.startsWith(QLatin1String("--lang=")) ? arg.section(QLatin1Char('='), 1)
+                            : arg == QLatin1String("--lang") && j + 1 < arguments.size() ? arguments[j + 1]
+                                                                                          : QString();
+        if (value == QLatin1String("zh") || value == QLatin1String("en"))
+            options.languageMode = value == QLatin1String("zh") ? 1 : 2;
+    }
+    const Language language = languageOf(options.languageMode);
+    QTranslator qtBase;
+    QTranslator qtSerial;
+    if (language == Language::Chinese)
+        translateQt(qtBase, qtSerial);
+
     for (; i < arguments.size() && arguments[i].startsWith(QLatin1Char('-')); ++i) {
         const QString& arg = arguments[i];
         if (arg == QLatin1String("--json")) {
@@ -64,29 +81,30 @@ int runCli(const QStringList& arguments)
             const QString value = arg.contains(QLatin1Char('=')) ? arg.section(QLatin1Char('='), 1)
                                                                    : (++i < arguments.size() ? arguments[i] : QString());
             if (value != QLatin1String("zh") && value != QLatin1String("en")) {
-                printError(QStringLiteral("--lang takes zh or en."));
+                printError(pick(cli_text::kLangValues, language));
                 return kExitUsage;
             }
-            options.languageMode = value == QLatin1String("zh") ? 1 : 2;
         } else if (arg == QLatin1String("--help") || arg == QLatin1String("-h")) {
-            std::fputs(generalHelp().toUtf8().constData(), stdout);
+            std::fputs(generalHelp(language).toUtf8().constData(), stdout);
             return kExitDone;
         } else {
-            printError(QStringLiteral("Unknown option %1.\n").arg(arg) + generalHelp());
+            printError(pick(cli_text::kUnknownOption, language).arg(arg) + QLatin1Char('\n') + generalHelp(language));
             return kExitUsage;
         }
     }
     const Command* command = i < arguments.size() ? findCommand(arguments[i]) : nullptr;
     if (!command) {
-        printError((i < arguments.size() ? QStringLiteral("Unknown command %1.\n").arg(arguments[i]) : QString()) + generalHelp());
+        printError((i < arguments.size() ? pick(cli_text::kUnknownCommand, language).arg(arguments[i]) + QLatin1Char('\n')
+                                         : QString())
+                   + generalHelp(language));
         return kExitUsage;
     }
 
     QCommandLineParser parser;
-    parser.setApplicationDescription(QString::fromLatin1(command->summary));
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help."));
+    parser.setApplicationDescription(pick(*command->summary, language));
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, pick(cli_text::kHelpOption, language));
     parser.addOption(help);
-    command->declare(parser);
+    command->declare(parser, language);
     const QStringList rest = QStringList{QStringLiteral("velmor-cli ") + QLatin1String(command->name)} + arguments.mid(i + 1);
     if (!parser.parse(rest)) {
         printError(parser.errorText());
@@ -96,7 +114,7 @@ int runCli(const QStringList& arguments)
         // The parser names the program by its path; name the command instead.
         QString text = parser.helpText();
         text.replace(0, text.indexOf(QLatin1Char('\n')),
-                     QStringLiteral("Usage: %1 %2").arg(rest.first(), QString::fromLatin1(command->synopsis)));
+                     pick(cli_text::kCommandUsage, language).arg(rest.first(), pick(*command->synopsis, language)));
         std::fputs(text.toUtf8().constData(), stdout);
         return kExitDone;
     }

@@ -1,5 +1,7 @@
 #include "console_dialogs.h"
 
+#include "shown_text.h"
+
 #include <cstdio>
 
 namespace velmor::cli {
@@ -13,10 +15,11 @@ void printError(const QString& text)
 
 void ConsoleDialogs::showMessage(const QString&, const QString& text)
 {
+    // A message may carry a port's name from the folder of published ports.
     if (held_)
-        kept_.append(text);
+        kept_.append(shownText(text));
     else
-        printError(text);
+        printError(shownText(text));
 }
 
 bool ConsoleDialogs::confirm(const QString&, const QString& text)

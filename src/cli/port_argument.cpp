@@ -1,6 +1,7 @@
 #include "port_argument.h"
 
 #include <QFileInfo>
+#include <QSet>
 
 #include <algorithm>
 
@@ -22,6 +23,21 @@ std::optional<PortEntry> resolvePort(const QString& argument, QList<PortEntry>& 
     const PortEntry added{QFileInfo(argument).fileName(), next, argument};
     ports.append(added);
     return added;
+}
+
+QList<PortEntry> distinctPorts(const QList<PortEntry>& ports)
+{
+    QList<PortEntry> out;
+    QSet<QString> seen;
+    for (const PortEntry& port : ports) {
+        const QString real = QFileInfo(port.device).canonicalFilePath();
+        const QString key = real.isEmpty() ? port.device : real;
+        if (!seen.contains(key)) {
+            seen.insert(key);
+            out.append(port);
+        }
+    }
+    return out;
 }
 
 }  // namespace velmor::cli

@@ -11,4 +11,8 @@ namespace velmor::cli {
 // port code can open it by its number.
 std::optional<PortEntry> resolvePort(const QString& argument, QList<PortEntry>& ports);
 
+// The ports in their order, each device once: a port given twice, or by its
+// name and by its path, is one line.
+QList<PortEntry> distinctPorts(const QList<PortEntry>& ports);
+
 }  // namespace velmor::cli

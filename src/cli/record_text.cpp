@@ -4,6 +4,7 @@
 #include "model/grid_texts.h"
 #include "model/parameters.h"
 #include "model/reference.h"
+#include "shown_text.h"
 
 #include <QList>
 #include <QStringList>
@@ -16,8 +17,12 @@ namespace {
 using Rows = QList<QStringList>;
 
 // Columns padded to their widest cell, two blanks apart.
-QString tableText(const Rows& rows)
+QString tableText(Rows rows)
 {
+    // Names and units come from a module or a file: no control characters.
+    for (QStringList& row : rows)
+        for (QString& cell : row)
+            cell = shownText(cell);
     QList<qsizetype> widths;
     for (const QStringList& row : rows)
         for (qsizetype i = 0; i < row.size(); ++i) {

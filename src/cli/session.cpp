@@ -1,9 +1,11 @@
 #include "session.h"
 
+#include "model/cli_texts.h"
 #include "model/record_json.h"
 #include "port_argument.h"
 #include "protocol/frame_text.h"
 #include "record_text.h"
+#include "shown_text.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -47,17 +49,34 @@ bool Session::choosePort(const QString& argument, PortEntry& chosen)
     return true;
 }
 
-int Session::outcome(bool ok) const
+int Session::outcome(bool ok)
 {
     if (ok)
         return kExitDone;
     switch (operations_.exchange().failure()) {
-    case Failure::PortNotOpened: return kExitPortFailed;
+    case Failure::PortNotOpened:
+        if (const PortEntry* port = findPort(ports_, record().portNumber))
+            printError(portFailureText(*port));
+        return kExitPortFailed;
     case Failure::NoReply:
     case Failure::BadReply: return kExitExchangeFailed;
     case Failure::None: break;
     }
     return kExitExchangeFailed;
+}
+
+QString Session::portFailureText(const PortEntry& port) const
+{
+    const Language lang = language();
+    QString reason;
+    switch (port_.openFailure()) {
+    case OpenFailure::NoSuchPort: reason = pick(cli_text::kNoSuchPort, lang); break;
+    case OpenFailure::PublisherGone: reason = pick(cli_text::kPublisherGone, lang); break;
+    case OpenFailure::System:
+    case OpenFailure::None: reason = port_.openFailureReason(); break;
+    }
+    const QString where = port.name == port.device ? port.device : port.name + QStringLiteral(" (") + port.device + QLatin1Char(')');
+    return pick(cli_text::kPortReason, lang).arg(shownText(where), shownText(reason));
 }
 
 void Session::printRecord(const QString& portName)

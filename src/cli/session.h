@@ -34,8 +34,11 @@ public:
     QList<PortEntry>& ports() { return ports_; }
     bool choosePort(const QString& argument, PortEntry& chosen);
 
-    // The exit code of the last flow: done, or how its exchange failed.
-    int outcome(bool ok) const;
+    // The exit code of the last flow: done, or how its exchange failed. A
+    // port that would not open also gets a line that names it and says why.
+    int outcome(bool ok);
+    // "NAME (DEVICE): reason" for the port's last failed open.
+    QString portFailureText(const PortEntry& port) const;
 
     void printRecord(const QString& portName);
     void printJson(const QJsonValue& value);

@@ -34,10 +34,12 @@ int ModuleSearch::cmdSearch_Click(const QList<PortEntry>& ports, int selectedPor
     exchange.setOverInterval(Exchange::kOverAfterSearch);
 
     emit modulesFound(state.moduleCount);
+    unread_.clear();
     for (int i = 0; i < state.moduleCount; ++i) {
         state.channelMask[static_cast<size_t>(i)] = -1;
         state.currentModule = i;
-        operations_.cmdFrame3Receive();
+        if (!operations_.cmdFrame3Receive())
+            unread_.append(i);
     }
     emit progress(0);
     emit operationsEnabled(state.moduleCount > 0);
@@ -55,6 +57,7 @@ bool ModuleSearch::searchPort(const PortEntry& port, int p)
     for (int a = 0; a < kAddresses; ++a) {
         if (!exchange.start(readInfoRequest(a), port.number)) {
             dialogs_.showMessage(pick(msg::kTitle, language), msg::openPortFail(port.name, language));
+            emit portNotOpened(port);
             exchange.abandon();
             emit progress((p + 1) * kAddresses);
             return true;
@@ -66,8 +69,10 @@ bool ModuleSearch::searchPort(const PortEntry& port, int p)
             state.current().portNumber = static_cast<qint16>(port.number);
             ++state.currentModule;
             ++state.moduleCount;
-            if (state.currentModule >= kModuleSlots)
+            if (state.currentModule >= kModuleSlots) {
+                dialogs_.showMessage(pick(msg::kTitle, language), pick(msg::kModuleTableFull, language));
                 return false;
+            }
         }
     }
     return true;

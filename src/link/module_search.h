@@ -19,6 +19,8 @@ public:
     // Searches `ports` in order; `selectedPort` is the number the chooser shows.
     // Returns how many modules were found and recorded.
     int cmdSearch_Click(const QList<PortEntry>& ports, int selectedPort);
+    // Table indices of the modules found whose whole read failed.
+    const QList<int>& unreadModules() const { return unread_; }
 
 signals:
     void progressMaximum(int maximum);
@@ -27,6 +29,8 @@ signals:
     void modulesFound(int count);
     // The three operation panels and the Balance, Read and Send menu entries.
     void operationsEnabled(bool enabled);
+    // A port would not open; its message has just been shown.
+    void portNotOpened(const velmor::PortEntry& port);
 
 private:
     bool searchPort(const PortEntry& port, int p);
@@ -34,6 +38,7 @@ private:
 
     Operations& operations_;
     OperatorDialogs& dialogs_;
+    QList<int> unread_;
 };
 
 }  // namespace velmor

@@ -24,6 +24,8 @@ constexpr LocaleRow kLocales[] = {
     {u"pt_PT", 2070}, {u"zh_HK", 3076}, {u"de_AT", 3079}, {u"en_AU", 3081}, {u"es_ES", 3082},
     {u"fr_CA", 3084}, {u"zh_SG", 4100}, {u"en_CA", 4105}, {u"fr_CH", 4108}, {u"zh_MO", 5124},
     {u"en_NZ", 5129}, {u"en_IE", 6153}, {u"en_ZA", 7177}, {u"en_IN", 16393},
+    // The C and POSIX locales are American English by definition.
+    {u"c", 1033},     {u"posix", 1033},
 };
 
 struct ModeRow {

@@ -21,6 +21,9 @@ inline constexpr Text kOnlyOneModule{"确定当前串口中连接的模块只有
 inline constexpr Text kNoModuleFound{"没有发现模块。", "No module to be found."};
 inline constexpr Text kOpenConfigFail{"打开配置文件操作失败!", "Open configure file fail!"};
 inline constexpr Text kInputDataError{"输入数据错误", "Input data error."};
+// The table holds 33 modules; a search that finds more stops there.
+inline constexpr Text kModuleTableFull{"模块表已满：搜索在找到 33 个模块后停止。",
+                                       "The module table is full: the search stopped at 33 modules."};
 
 // "Open " + port + " fail." and "Found " + n + " modules.": the pieces around
 // the inserted value.

@@ -203,14 +203,15 @@ void CliTest::readWithBadReplyExitsOneWithReturnDataFail()
 void CliTest::portThatWillNotOpenExitsThree()
 {
     const CliResult result = runCli({QStringLiteral("--lang"), QStringLiteral("en"), QStringLiteral("read"), QStringLiteral("--port"), QStringLiteral("/nonexistent/ttyUSB9"), QStringLiteral("--address"), QStringLiteral("1")});
+    // The window's message, then the port and the system's reason.
     QCOMPARE(result.exitCode, 3);
-    QCOMPARE(result.errText(), QStringLiteral("Open COM port fail."));
+    QCOMPARE(result.errText(), QStringLiteral("Open COM port fail.\nttyUSB9 (/nonexistent/ttyUSB9): No such file or directory"));
     const CliResult unknown = runCli({QStringLiteral("--lang"), QStringLiteral("en"), QStringLiteral("beckon"), QStringLiteral("--port"), QStringLiteral("SIM7")});
     QCOMPARE(unknown.exitCode, 3);
-    QCOMPARE(unknown.errText(), QStringLiteral("Open COM port fail."));
+    QCOMPARE(unknown.errText(), QStringLiteral("Open COM port fail.\nSIM7: no such port"));
     const CliResult balance = runCli({QStringLiteral("--lang"), QStringLiteral("en"), QStringLiteral("balance"), QStringLiteral("--port"), QStringLiteral("/nonexistent/ttyUSB9"), QStringLiteral("--address"), QStringLiteral("1")});
     QCOMPARE(balance.exitCode, 3);
-    QCOMPARE(balance.errText(), QStringLiteral("Open COM port fail."));
+    QCOMPARE(balance.errText().section(QLatin1Char('\n'), 0, 0), QStringLiteral("Open COM port fail."));
     // A bad address is a usage error whatever the port.
     QCOMPARE(runCli({QStringLiteral("read"), QStringLiteral("--port"), QStringLiteral("SIM7"), QStringLiteral("--address"), QStringLiteral("x")}).exitCode, 2);
 }
@@ -220,8 +221,10 @@ void CliTest::searchGoesOnPastAPortThatWillNotOpen()
     SimProcess sim;
     QVERIFY(sim.start(simArguments({QStringLiteral("3:TM-A8")})));
     const CliResult result = runCli({QStringLiteral("--lang"), QStringLiteral("en"), QStringLiteral("search"), QStringLiteral("--port"), QStringLiteral("/nonexistent/ttyGone"), QStringLiteral("--port"), sim.portName()}, sim.portsDir());
-    QCOMPARE(result.exitCode, 0);
-    QCOMPARE(result.errText(), QStringLiteral("Open ttyGone fail."));
+    // The other port is still searched, but the exit code tells of the one
+    // that would not open, as every other command's does.
+    QCOMPARE(result.exitCode, 3);
+    QCOMPARE(result.errText(), QStringLiteral("Open ttyGone fail.\nttyGone (/nonexistent/ttyGone): No such file or directory"));
     const QList<QByteArray> lines = result.out.trimmed().split('\n');
     QCOMPARE(lines.size(), 2);
     QVERIFY(lines[0].startsWith("1\t" + sim.portName().toUtf8() + "\t3\tTM-A8\t"));

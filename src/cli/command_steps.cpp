@@ -1,0 +1,77 @@
+#include "command_steps.h"
+
+#include "config/config_file.h"
+#include "model/cli_texts.h"
+#include "model/messages.h"
+#include "protocol/frame.h"
+#include "shown_text.h"
+
+namespace velmor::cli {
+
+int usage(const Session& session, const Text& text)
+{
+    printError(pick(text, session.language()));
+    return kExitUsage;
+}
+
+int takePort(Session& session, const QCommandLineParser& parser, PortEntry& port)
+{
+    if (!parser.isSet(optionName(Opt::Port)))
+        return usage(session, cli_text::kPortRequired);
+    const QString argument = parser.value(optionName(Opt::Port));
+    if (!session.choosePort(argument, port)) {
+        // As the window says it when a request's port will not open.
+        printError(pick(msg::kOpenComPortFail, session.language()));
+        printError(pick(cli_text::kPortReason, session.language())
+                       .arg(shownText(argument), pick(cli_text::kNoSuchPort, session.language())));
+        return kExitPortFailed;
+    }
+    return kExitDone;
+}
+
+int takeAddress(Session& session, const QCommandLineParser& parser)
+{
+    bool ok = false;
+    const int address = parser.value(optionName(Opt::Address)).toInt(&ok);
+    if (!parser.isSet(optionName(Opt::Address)) || !ok || address < 0 || address > 255)
+        return usage(session, cli_text::kAddressRange);
+    session.record().busAddress = static_cast<qint16>(address);
+    return kExitDone;
+}
+
+int refuseBroadcast(Session& session, const QCommandLineParser& parser)
+{
+    if (session.record().busAddress != kBroadcastAddress || parser.isSet(optionName(Opt::OnlyOneModule)))
+        return kExitDone;
+    printError(pick(cli_text::kBroadcastNeedsOnlyOne, session.language()));
+    return kExitUsage;
+}
+
+int refuseIrregularFile(Session& session, const QString& path)
+{
+    if (isRegularFileOrAbsent(path))
+        return kExitDone;
+    printError(pick(msg::kOpenConfigFail, session.language()));
+    printError(pick(cli_text::kNotRegularFile, session.language()).arg(shownText(path)));
+    return kExitFileFailed;
+}
+
+int loadFile(Session& session, const QString& path)
+{
+    if (const int code = refuseIrregularFile(session, path))
+        return code;
+    if (!loadConfigFile(path, session.record())) {
+        printError(pick(msg::kOpenConfigFail, session.language()));
+        return kExitFileFailed;
+    }
+    return kExitDone;
+}
+
+int finish(Session& session, bool ok, const PortEntry& port)
+{
+    if (ok)
+        session.printRecord(port.name);
+    return session.outcome(ok);
+}
+
+}  // namespace velmor::cli

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "cli_options.h"
+#include "session.h"
+#include "model/language.h"
+
+#include <QCommandLineParser>
+
+namespace velmor::cli {
+
+// The steps that several commands share. Each returns an exit code: 0 to go
+// on, anything else to end the command with (its message already printed).
+
+// A usage error: the text on standard error, exit 2.
+int usage(const Session& session, const Text& text);
+
+// --port: resolved and made the current module's port.
+int takePort(Session& session, const QCommandLineParser& parser, PortEntry& port);
+// --address 0..255 as the current module's address.
+int takeAddress(Session& session, const QCommandLineParser& parser);
+// Address 255 reaches every module: it needs --only-one-module.
+int refuseBroadcast(Session& session, const QCommandLineParser& parser);
+// A file to be read or written must be a regular file (or not there yet).
+int refuseIrregularFile(Session& session, const QString& path);
+// Replaces the current module's record from a configuration file.
+int loadFile(Session& session, const QString& path);
+
+// Prints the module after a flow that worked; the exit code says how it went.
+int finish(Session& session, bool ok, const PortEntry& port);
+
+}  // namespace velmor::cli

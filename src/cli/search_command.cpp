@@ -1,0 +1,98 @@
+// search: every given port (or every listed one) searched once, the modules
+// found read wholly, and an exit code that tells the whole of it.
+
+#include "command_steps.h"
+#include "commands.h"
+#include "model/cli_texts.h"
+#include "model/messages.h"
+#include "model/record_json.h"
+#include "port_argument.h"
+#include "shown_text.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace velmor::cli {
+namespace {
+
+// The ports the search takes, or an exit code when one cannot be named.
+int searchedPorts(Session& session, const QCommandLineParser& parser, QList<PortEntry>& ports)
+{
+    ports = session.ports();
+    if (parser.isSet(optionName(Opt::Port))) {
+        ports.clear();
+        for (const QString& argument : parser.values(optionName(Opt::Port))) {
+            PortEntry port;
+            if (!session.choosePort(argument, port)) {
+                printError(msg::openPortFail(shownText(argument), session.language()));
+                printError(pick(cli_text::kPortReason, session.language())
+                               .arg(shownText(argument), pick(cli_text::kNoSuchPort, session.language())));
+                return kExitPortFailed;
+            }
+            ports.append(port);
+        }
+    }
+    ports = distinctPorts(ports);
+    return kExitDone;
+}
+
+}  // namespace
+
+int runSearch(Session& session, const QCommandLineParser& parser)
+{
+    QList<PortEntry> ports;
+    if (const int code = searchedPorts(session, parser, ports))
+        return code;
+
+    int found = 0;
+    bool portFailed = false;
+    QList<int> unread;
+    QString report = pick(msg::kNoModuleFound, session.language());
+    if (ports.isEmpty()) {
+        printError(pick(msg::kNoComPort, session.language()));
+    } else {
+        // The closing report goes to standard output; what came before it
+        // (refused replies, ports that would not open) to standard error.
+        ModuleSearch search(session.operations(), session.dialogs());
+        QObject::connect(&search, &ModuleSearch::portNotOpened, [&](const PortEntry& port) {
+            portFailed = true;
+            session.dialogs().showMessage({}, session.portFailureText(port));
+        });
+        session.dialogs().hold(true);
+        found = search.cmdSearch_Click(ports, ports.first().number);
+        QStringList messages = session.dialogs().takeHeld();
+        session.dialogs().hold(false);
+        report = messages.takeLast();
+        for (const QString& message : messages)
+            printError(message);
+        unread = search.unreadModules();
+    }
+
+    QJsonArray modules;
+    QJsonArray incomplete;
+    QString text;
+    for (int i = 0; i < found; ++i) {
+        const ModuleRecord& module = session.state().table[static_cast<size_t>(i)];
+        const QString portName = shownText(session.portName(module.portNumber));
+        modules.append(recordToJson(module));
+        text += QString::number(i + 1) + QLatin1Char('\t') + portName + QLatin1Char('\t')
+              + QString::number(module.busAddress) + QLatin1Char('\t') + shownText(trimmedText(module.modelName))
+              + QLatin1Char('\t') + QString::number(module.moduleNumber) + QLatin1Char('\n');
+        if (unread.contains(i)) {
+            incomplete.append(i + 1);
+            printError(pick(cli_text::kNotReadWholly, session.language())
+                           .arg(QString::number(i + 1), portName, QString::number(module.busAddress)));
+        }
+    }
+    if (session.json())
+        session.printJson(QJsonObject{{QStringLiteral("modules"), modules},
+                                      {QStringLiteral("incomplete"), incomplete},
+                                      {QStringLiteral("report"), report}});
+    else
+        session.printText(text + report);
+    if (portFailed)
+        return kExitPortFailed;
+    return found > 0 && unread.isEmpty() ? kExitDone : kExitExchangeFailed;
+}
+
+}  // namespace velmor::cli

@@ -1,0 +1,117 @@
+#pragma once
+
+#include "language.h"
+
+// The command line's own texts: its help, its usage errors and the refusals
+// of its guards. "%1", "%2" ... are filled in by QString::arg.
+namespace velmor::cli_text {
+
+inline constexpr Text kUsage{
+    "用法：velmor-cli [--json] [--trace] [--lang zh|en] 命令 [选项]\n"
+    "\n"
+    "在命令行中设置共用一条串行线的信号调理模块。\n"
+    "\n"
+    "全局选项：\n"
+    "  --json        在标准输出上打印一个 JSON 文档。\n"
+    "  --trace       在标准错误上打印发送（\"> \"）和接收（\"< \"）的每一帧。\n"
+    "  --lang zh|en  消息和文字的语言（默认跟随系统区域设置）。\n"
+    "  -h, --help    显示本帮助；\"velmor-cli 命令 --help\" 说明一个命令。\n"
+    "\n"
+    "退出码：0 完成，1 通讯失败，2 用法错误或拒绝执行，\n"
+    "3 串口无法打开，4 文件无法读取或写入。\n"
+    "\n"
+    "命令：\n",
+    "Usage: velmor-cli [--json] [--trace] [--lang zh|en] COMMAND [options]\n"
+    "\n"
+    "Sets up signal-conditioning modules on a serial line from the shell.\n"
+    "\n"
+    "Global options:\n"
+    "  --json        Print one JSON document on standard output.\n"
+    "  --trace       Print every frame sent (\"> \") and received (\"< \") on standard error.\n"
+    "  --lang zh|en  Language of messages and texts (default: from the system locale).\n"
+    "  -h, --help    Show this help; 'velmor-cli COMMAND --help' describes a command.\n"
+    "\n"
+    "Exit codes: 0 done, 1 an exchange failed, 2 usage error or refusal,\n"
+    "3 the port would not open, 4 a file could not be read or written.\n"
+    "\n"
+    "Commands:\n"};
+inline constexpr Text kCommandUsage{"用法：%1 %2", "Usage: %1 %2"};
+inline constexpr Text kOptionsSynopsis{"[选项]", "[options]"};
+inline constexpr Text kShowSynopsis{"[选项] FILE", "[options] FILE"};
+
+// Command summaries, in the order the help lists them.
+inline constexpr Text kPortsSummary{"列出串口：名称、编号、设备。", "List the serial ports: NAME, NUMBER, DEVICE."};
+inline constexpr Text kSearchSummary{"在地址 0..16 上搜索串口（默认全部），再完整读取找到的每个模块。",
+                                     "Search ports (default: all) at addresses 0..16, then read every module found."};
+inline constexpr Text kReadSummary{"完整读取一个模块并打印；--save 保存它的配置文件。",
+                                   "Read a module wholly and print it; --save keeps its configuration file."};
+inline constexpr Text kWriteSummary{"把配置文件中的参数、调整值和系数发送给一个同型号的模块。",
+                                    "Send a configuration file's parameters, adjust values and coefficients to a module of its model."};
+inline constexpr Text kWriteInfoSummary{"把文件中的模块信息写入线路上唯一的模块（地址 255）。",
+                                        "Write a file's module information to the only module on the line (address 255)."};
+inline constexpr Text kBeckonSummary{"让线路上的模块回复它的模块信息。", "Ask the module on the line to answer with its information."};
+inline constexpr Text kBalanceSummary{"对所选通道做桥平衡，等待 3 秒，再读取模块。",
+                                      "Balance the bridges of the chosen channels, wait 3 s, then read the module."};
+inline constexpr Text kShowSummary{"解析一个配置文件并打印其中的记录。", "Decode a configuration file and print its record."};
+
+// Options.
+inline constexpr Text kHelpOption{"显示本帮助。", "Show this help."};
+inline constexpr Text kPortOption{"串口：设备路径，或 ports 列出的名称或编号。",
+                                  "Port: a device path, a name or a number as 'ports' lists it."};
+inline constexpr Text kAddressOption{"模块的总线地址，0 到 255。", "Bus address of the module, 0 to 255."};
+inline constexpr Text kSaveOption{"同时写入模块的配置文件（8679 字节）。", "Also write the module's configuration file (8679 bytes)."};
+inline constexpr Text kConfigOption{"要载入的配置文件。", "Configuration file to load."};
+inline constexpr Text kOnlyOneOption{
+    "确认线路上只有一个模块：发往地址 255 的请求会到达每个模块，必须给出此项。",
+    "Confirm that only one module is on the line; needed wherever a request goes to address 255, "
+    "which reaches every module."};
+inline constexpr Text kChannelsOption{"要平衡的通道，从 1 起，例如 1,2,5-8（默认全部）；不能超过模块的通道数。",
+                                      "Channels to balance, 1-based, e.g. 1,2,5-8 (default: all); at most the module's channel count."};
+inline constexpr Text kForceWriteOption{
+    "即使文件不像模块记录，或与模块的型号不同，也照样发送。",
+    "Send the file even when it is not a module record or holds another model than the module's."};
+inline constexpr Text kForceBalanceOption{"即使 --channels 超出模块的通道数，也照样发送平衡请求。",
+                                          "Send the balance even when --channels names channels the module does not have."};
+inline constexpr Text kFileArgument{"要解析的配置文件。", "Configuration file to decode."};
+inline constexpr Text kListValue{"LIST", "LIST"};
+inline constexpr Text kFileValue{"FILE", "FILE"};
+
+// Usage errors.
+inline constexpr Text kLangValues{"--lang 只取 zh 或 en。", "--lang takes zh or en."};
+inline constexpr Text kUnknownOption{"未知选项 %1。", "Unknown option %1."};
+inline constexpr Text kUnknownCommand{"未知命令 %1。", "Unknown command %1."};
+inline constexpr Text kPortRequired{"需要 --port。", "--port is required."};
+inline constexpr Text kConfigRequired{"需要 --config。", "--config is required."};
+inline constexpr Text kAddressRange{"--address 取 0 到 255 的数。", "--address takes a number from 0 to 255."};
+inline constexpr Text kChannelsSyntax{"--channels 取 1 到 16 的通道号，例如 1,2,5-8。",
+                                      "--channels takes channel numbers 1 to 16, e.g. 1,2,5-8."};
+inline constexpr Text kShowTakesOneFile{"show 只取一个配置文件。", "show takes one configuration file."};
+
+// Refusals that keep a module or a file from harm.
+inline constexpr Text kNotModuleRecord{"%1 不是模块的配置文件：%2。什么也没有发送；用 --force 仍然发送。",
+                                       "%1 is not a module's configuration file: %2. Nothing was sent; give --force to send it anyway."};
+inline constexpr Text kWrongSize{"它有 %1 字节，而不是 8679 字节", "it has %1 bytes, not 8679"};
+inline constexpr Text kBadModelCode{"它的型号代码 %1 大于 9", "its model code %1 is above 9"};
+inline constexpr Text kBadModelName{"它的型号名称不是可打印的文字", "its model name is not printable text"};
+inline constexpr Text kBadChannelCount{"它的通道数 %1 不是 4、8 或 16", "its channel count %1 is not 4, 8 or 16"};
+inline constexpr Text kModelDiffers{
+    "地址 %1 上的模块是 %2，而文件中是 %3；什么也没有写入。用 --force 仍然写入。",
+    "The module at address %1 is a %2, but the file holds a %3; nothing was written. Give --force to write it anyway."};
+inline constexpr Text kBroadcastNeedsOnlyOne{
+    "地址 255 会到达线路上的每个模块；用 --only-one-module 确认线路上只有一个模块。",
+    "Address 255 reaches every module on the line; give --only-one-module to confirm that only one module is connected."};
+inline constexpr Text kChannelBeyondModule{
+    "--channels 指定了通道 %1，但地址 %2 上的模块只有 %3 个通道；没有发送平衡请求。用 --force 仍然发送。",
+    "--channels names channel %1, but the module at address %2 has %3 channels; no balance was sent. Give --force to send it anyway."};
+inline constexpr Text kNotRegularFile{"%1 不是普通文件。", "%1 is not a regular file."};
+
+// What the search adds to its report.
+inline constexpr Text kNotReadWholly{"第 %1 个模块（%2，地址 %3）没有完整读出。",
+                                     "Module %1 (%2, address %3) could not be read wholly."};
+
+// The second line under a port that will not open: the port and the reason.
+inline constexpr Text kPortReason{"%1：%2", "%1: %2"};
+inline constexpr Text kNoSuchPort{"没有这个串口", "no such port"};
+inline constexpr Text kPublisherGone{"发布它的模拟器已不在运行", "the simulator that published it is no longer running"};
+
+}  // namespace velmor::cli_text

@@ -78,6 +78,21 @@ private slots:
         QCOMPARE(peer.arrivals().size(), 1);
     }
 
+    void aLateReplyDoesNotHoldAPromptOneBehindIt()
+    {
+        SimLine line({{1, 2}, {2, 0}}, Pacing::Fast);
+        line.addFault(1, FaultKind::Late, 0, 1500);
+        PtyPeer peer(line.devicePath());
+        QVERIFY(peer.write(readInfoRequest(1).frame()));
+        peer.idle(50);
+        QVERIFY(peer.write(readInfoRequest(2).frame()));
+        // Module 2 answers at once, while module 1's reply is still 1.4 s away.
+        QVERIFY(peer.waitForBytes(kFullFrameLength, 1000));
+        QCOMPARE(static_cast<quint8>(peer.received().at(3)), quint8(2));
+        QVERIFY(peer.waitForBytes(2 * kFullFrameLength, 3000));
+        QCOMPARE(static_cast<quint8>(peer.received().at(kFullFrameLength + 3)), quint8(1));
+    }
+
     void turnaroundPassesBeforeTheFirstByte()
     {
         LineSettings settings;

@@ -3,6 +3,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <sys/resource.h>
 
 namespace velmor::testing {
 
@@ -13,6 +14,17 @@ SimProcess::~SimProcess()
 }
 
 QString SimProcess::executable() { return QStringLiteral(VELMOR_SIM_EXECUTABLE); }
+
+void SimProcess::limitFileSize(qint64 bytes)
+{
+    process_.setChildProcessModifier([bytes] {
+        // Runs in the child between fork and exec: only async-signal-safe calls.
+        // Without SIGXFSZ ignored, the first write past the limit would kill it.
+        ::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{static_cast<rlim_t>(bytes), static_cast<rlim_t>(bytes)};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    });
+}
 
 bool SimProcess::start(const QStringList& arguments, int timeoutMs)
 {

@@ -19,6 +19,10 @@ public:
 
     static QString executable();
 
+    // Before start(): files the simulator writes may grow to `bytes` at most,
+    // as on a disk that is full beyond that (writes past it fail with EFBIG).
+    void limitFileSize(qint64 bytes);
+
     // Starts velmor-sim with --ports-dir portsDir() and `arguments`, and waits
     // for its ready line "NAME<TAB>DEVICE". False with error() otherwise.
     bool start(const QStringList& arguments, int timeoutMs = 10000);

@@ -12,6 +12,7 @@
 #include <QTranslator>
 
 #include <cstdio>
+#include <optional>
 
 namespace velmor::cli {
 namespace {
@@ -37,6 +38,18 @@ const Command* findCommand(const QString& name)
     return nullptr;
 }
 
+// The value of "--lang=V" or "--lang V" at arguments[i] (moving i past a
+// separate value); nothing when arguments[i] is another option.
+std::optional<QString> langValue(const QStringList& arguments, qsizetype& i)
+{
+    const QString& arg = arguments[i];
+    if (arg.startsWith(QLatin1String("--lang=")))
+        return arg.section(QLatin1Char('='), 1);
+    if (arg != QLatin1String("--lang"))
+        return std::nullopt;
+    return ++i < arguments.size() ? arguments[i] : QString();
+}
+
 // Qt's own words (the option parser's errors, the serial port's reasons) in
 // Chinese too, when Qt's translations are installed.
 void translateQt(QTranslator& base, QTranslator& serial)
@@ -54,16 +67,12 @@ int runCli(const QStringList& arguments)
 {
     GlobalOptions options;
     options.languageMode = systemLanguageMode();
-    qsizetype i = 1;
-    // --lang is looked for first, so that every message, even about an
+    // --lang is settled first, so that every message, even one about an
     // option before it, comes in the language asked for.
-    for (qsizetype j = 1; j < arguments.size() && arguments[j].startsWith(QLatin1Char('-')); ++j) {
-        const QString& arg = arguments[j];
-        const QString value = arg.startsWith(QLatin1String("--lang=")) ? arg.section(QLatin1Char('='), 1)
-                            : arg == QLatin1String("--lang") && j + 1 < arguments.size() ? arguments[j + 1]
-                                                                                          : QString();
-        if (value == QLatin1String("zh") || value == QLatin1String("en"))
-            options.languageMode = value == QLatin1String("zh") ? 1 : 2;
+    for (qsizetype i = 1; i < arguments.size() && arguments[i].startsWith(QLatin1Char('-')); ++i) {
+        if (const std::optional<QString> value = langValue(arguments, i);
+            value == QLatin1String("zh") || value == QLatin1String("en"))
+            options.languageMode = *value == QLatin1String("zh") ? 1 : 2;
     }
     const Language language = languageOf(options.languageMode);
     QTranslator qtBase;
@@ -71,16 +80,15 @@ int runCli(const QStringList& arguments)
     if (language == Language::Chinese)
         translateQt(qtBase, qtSerial);
 
+    qsizetype i = 1;
     for (; i < arguments.size() && arguments[i].startsWith(QLatin1Char('-')); ++i) {
         const QString& arg = arguments[i];
         if (arg == QLatin1String("--json")) {
             options.json = true;
         } else if (arg == QLatin1String("--trace")) {
             options.trace = true;
-        } else if (arg == QLatin1String("--lang") || arg.startsWith(QLatin1String("--lang="))) {
-            const QString value = arg.contains(QLatin1Char('=')) ? arg.section(QLatin1Char('='), 1)
-                                                                   : (++i < arguments.size() ? arguments[i] : QString());
-            if (value != QLatin1String("zh") && value != QLatin1String("en")) {
+        } else if (const std::optional<QString> value = langValue(arguments, i)) {
+            if (*value != QLatin1String("zh") && *value != QLatin1String("en")) {
                 printError(pick(cli_text::kLangValues, language));
                 return kExitUsage;
             }

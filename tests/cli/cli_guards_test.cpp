@@ -37,25 +37,10 @@ constexpr int kCmdBalance = 0x14;
 
 QStringList words(const char* text) { return QString::fromUtf8(text).split(QLatin1Char(' '), Qt::SkipEmptyParts); }
 
-QByteArray fileBytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 bool writeFile(const QString& path, const QByteArray& bytes)
 {
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
-
-ModuleRecord recordOf(const QJsonObject& json)
-{
-    ModuleRecord record = defaultModule();
-    QString error;
-    if (!recordFromJson(json, record, &error))
-        qWarning("%s", qPrintable(error));
-    return record;
 }
 
 // The stored image of a TM-C16 as the simulator makes it.

@@ -1,5 +1,8 @@
 #include "cli_runner.h"
 
+#include "model/record_json.h"
+
+#include <QFile>
 #include <QJsonDocument>
 #include <QProcess>
 
@@ -29,6 +32,21 @@ CliResult runCli(const QStringList& arguments, const QString& portsDir, const QS
     result.out = process.readAllStandardOutput();
     result.err = process.readAllStandardError();
     return result;
+}
+
+ModuleRecord recordOf(const QJsonObject& json)
+{
+    ModuleRecord record = defaultModule();
+    QString error;
+    if (!recordFromJson(json, record, &error))
+        qWarning("%s", qPrintable(error));
+    return record;
+}
+
+QByteArray fileBytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 }  // namespace velmor::testing

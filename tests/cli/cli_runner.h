@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/module_table.h"
+
 #include <QByteArray>
 #include <QJsonObject>
 #include <QProcessEnvironment>
@@ -21,5 +23,10 @@ struct CliResult {
 // `portsDir`, with the given locale (LC_ALL).
 CliResult runCli(const QStringList& arguments, const QString& portsDir = {},
                  const QString& locale = QStringLiteral("en_US.UTF-8"));
+
+// A record from velmor-cli's JSON, on top of the defaults.
+ModuleRecord recordOf(const QJsonObject& json);
+// A file's bytes, empty when it cannot be read.
+QByteArray fileBytes(const QString& path);
 
 }  // namespace velmor::testing

@@ -19,21 +19,6 @@ namespace {
 
 constexpr quint32 kSeed = 1;
 
-ModuleRecord recordOf(const QJsonObject& json)
-{
-    ModuleRecord record = defaultModule();
-    QString error;
-    if (!recordFromJson(json, record, &error))
-        qWarning("%s", qPrintable(error));
-    return record;
-}
-
-QByteArray fileBytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QStringList simArguments(const QStringList& modules, const QStringList& extra = {})
 {
     QStringList arguments{QStringLiteral("--fast"), QStringLiteral("--seed"), QString::number(kSeed)};

@@ -8,6 +8,20 @@
 
 using namespace velmor;
 
+namespace {
+
+// A file that stands for a pseudo-terminal: links to it lead somewhere.
+class FakeDevice {
+public:
+    FakeDevice() { QFile(path()).open(QIODevice::WriteOnly); }
+    QString path() const { return dir_.filePath(QStringLiteral("pts7")); }
+
+private:
+    QTemporaryDir dir_;
+};
+
+}  // namespace
+
 class PortListTest : public QObject {
     Q_OBJECT
 private slots:
@@ -71,12 +85,10 @@ void PortListTest::numbersNameOnePortEach()
 void PortListTest::publishedLinksAreListedAfterSystemPorts()
 {
     QTemporaryDir dir;
-    QTemporaryDir devices;
-    QFile device(devices.filePath(QStringLiteral("pts7")));
-    QVERIFY(device.open(QIODevice::WriteOnly));
+    const FakeDevice device;
     PublishedPort published;
     QString error;
-    QVERIFY2(published.publish(dir.path(), QStringLiteral("SIM1"), device.fileName(), &error), qPrintable(error));
+    QVERIFY2(published.publish(dir.path(), QStringLiteral("SIM1"), device.path(), &error), qPrintable(error));
     const QList<PortEntry> ports = listPorts({PortEntry{QStringLiteral("ttyS0"), 0, QStringLiteral("/dev/ttyS0")}}, dir.path());
     QCOMPARE(ports.size(), 2);
     QCOMPARE(ports[1].name, QStringLiteral("SIM1"));
@@ -94,11 +106,9 @@ void PortListTest::deadLinksAreNotListed()
 void PortListTest::linksWithoutARunningOwnerAreNotListed()
 {
     QTemporaryDir dir;
-    QTemporaryDir devices;
-    QFile device(devices.filePath(QStringLiteral("pts7")));
-    QVERIFY(device.open(QIODevice::WriteOnly));
+    const FakeDevice device;
     // A link whose device is there but that no running line holds.
-    QVERIFY(QFile::link(device.fileName(), dir.filePath(QStringLiteral("SIM2"))));
+    QVERIFY(QFile::link(device.path(), dir.filePath(QStringLiteral("SIM2"))));
     QVERIFY(listPorts({}, dir.path()).isEmpty());
     // A lock left by a process that has ended: its number names no process
     // that runs (or one of another program), so the lock is stale.
@@ -111,7 +121,7 @@ void PortListTest::linksWithoutARunningOwnerAreNotListed()
     QVERIFY(!QFileInfo(dir.filePath(QStringLiteral("SIM2"))).isSymLink());
     PublishedPort published;
     QString error;
-    QVERIFY2(published.publish(dir.path(), QStringLiteral("SIM2"), device.fileName(), &error), qPrintable(error));
+    QVERIFY2(published.publish(dir.path(), QStringLiteral("SIM2"), device.path(), &error), qPrintable(error));
     QCOMPARE(listPorts({}, dir.path()).size(), 1);
     // The lock file itself is never listed as a port.
     QVERIFY(QFileInfo::exists(publishedPortLockPath(dir.filePath(QStringLiteral("SIM2")))));
@@ -122,14 +132,12 @@ void PortListTest::linksWithoutARunningOwnerAreNotListed()
 void PortListTest::aRunningOwnersNameIsNotTakenOver()
 {
     QTemporaryDir dir;
-    QTemporaryDir devices;
-    QFile device(devices.filePath(QStringLiteral("pts7")));
-    QVERIFY(device.open(QIODevice::WriteOnly));
+    const FakeDevice device;
     PublishedPort first;
     PublishedPort second;
     QString error;
-    QVERIFY(first.publish(dir.path(), QStringLiteral("SIM3"), device.fileName(), &error));
-    QVERIFY(!second.publish(dir.path(), QStringLiteral("SIM3"), device.fileName(), &error));
+    QVERIFY(first.publish(dir.path(), QStringLiteral("SIM3"), device.path(), &error));
+    QVERIFY(!second.publish(dir.path(), QStringLiteral("SIM3"), device.path(), &error));
     QVERIFY2(error.contains(QStringLiteral("already published")), qPrintable(error));
     QCOMPARE(listPorts({}, dir.path()).size(), 1);
 }

@@ -4,7 +4,7 @@ set -euo pipefail
 
 packages=(
   build-essential cmake ninja-build pkg-config
-  qt6-base-dev qt6-serialport-dev qt6-tools-dev libgl-dev
+  qt6-base-dev qt6-serialport-dev qt6-tools-dev qt6-translations-l10n libgl-dev
   fonts-wqy-microhei
 )
 

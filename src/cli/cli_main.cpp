@@ -5,11 +5,7 @@
 #include "exit_codes.h"
 #include "model/cli_texts.h"
 #include "model/locale_language.h"
-
-#include <QCoreApplication>
-#include <QLibraryInfo>
-#include <QLocale>
-#include <QTranslator>
+#include "model/qt_translations.h"
 
 #include <cstdio>
 #include <optional>
@@ -23,11 +19,6 @@ QString generalHelp(Language language)
     for (const Command& command : commands())
         text += QStringLiteral("  %1%2\n").arg(QString::fromLatin1(command.name).leftJustified(12), pick(*command.summary, language));
     return text;
-}
-
-int systemLanguageMode()
-{
-    return languageModeForLocaleId(localeIdForName(QLocale::system().name()));
 }
 
 const Command* findCommand(const QString& name)
@@ -50,17 +41,6 @@ std::optional<QString> langValue(const QStringList& arguments, qsizetype& i)
     return ++i < arguments.size() ? arguments[i] : QString();
 }
 
-// Qt's own words (the option parser's errors, the serial port's reasons) in
-// Chinese too, when Qt's translations are installed.
-void translateQt(QTranslator& base, QTranslator& serial)
-{
-    const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
-    if (base.load(QStringLiteral("qtbase_zh_CN"), folder))
-        QCoreApplication::installTranslator(&base);
-    if (serial.load(QStringLiteral("qtserialport_zh_CN"), folder))
-        QCoreApplication::installTranslator(&serial);
-}
-
 }  // namespace
 
 int runCli(const QStringList& arguments)
@@ -75,10 +55,7 @@ int runCli(const QStringList& arguments)
             options.languageMode = *value == QLatin1String("zh") ? 1 : 2;
     }
     const Language language = languageOf(options.languageMode);
-    QTranslator qtBase;
-    QTranslator qtSerial;
-    if (language == Language::Chinese)
-        translateQt(qtBase, qtSerial);
+    const QtTranslations qtWords(language);
 
     qsizetype i = 1;
     for (; i < arguments.size() && arguments[i].startsWith(QLatin1Char('-')); ++i) {

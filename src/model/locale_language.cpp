@@ -1,5 +1,6 @@
 #include "locale_language.h"
 
+#include <QLocale>
 #include <QString>
 
 namespace velmor {
@@ -75,6 +76,11 @@ int localeIdForName(QStringView localeName)
             return row.localeId;
     }
     return 0;
+}
+
+int systemLanguageMode()
+{
+    return languageModeForLocaleId(localeIdForName(QLocale::system().name()));
 }
 
 }  // namespace velmor

@@ -10,7 +10,10 @@ namespace velmor {
 int languageModeForLocaleId(int localeId);
 
 // The Windows locale id of a Qt or POSIX locale name ("zh_CN", "en_US.UTF-8",
-// "de-DE"); 0 for "C", "POSIX" and names not in the table.
+// "de-DE"); 1033 for "C" and "POSIX", 0 for names not in the table.
 int localeIdForName(QStringView localeName);
+
+// languageMode of the system's locale, settled once at start.
+int systemLanguageMode();
 
 }  // namespace velmor

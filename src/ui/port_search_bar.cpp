@@ -1,0 +1,81 @@
+#include "port_search_bar.h"
+
+#include "model/grid_texts.h"
+#include "model/window_texts.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+
+namespace velmor {
+namespace {
+
+// Every address a module can be set to; 255 reaches them all.
+constexpr int kHighestAddress = 255;
+
+QLabel* labelFor(const Text& caption, QWidget* buddy, const char* name, Language language)
+{
+    auto* label = new QLabel(pick(caption, language));
+    label->setObjectName(QLatin1String(name));
+    label->setBuddy(buddy);
+    return label;
+}
+
+}  // namespace
+
+PortSearchBar::PortSearchBar(Language language, QWidget* parent)
+    : QWidget(parent)
+    , cmbComPort_(new QComboBox)
+    , cmbModuleIndex_(new QComboBox)
+    , cmdSearch_(new QPushButton(pick(win::kSearchButton, language)))
+    , progress_(new QProgressBar)
+{
+    cmbComPort_->setObjectName(QStringLiteral("cmbComPort"));
+    cmbComPort_->setAccessibleName(pick(win::kPortListName, language));
+    cmbModuleIndex_->setObjectName(QStringLiteral("cmbModuleIndex"));
+    cmbModuleIndex_->setAccessibleName(pick(win::kModuleIndexName, language));
+    for (int address = 0; address <= kHighestAddress; ++address)
+        cmbModuleIndex_->addItem(QString::number(address), address);
+    cmdSearch_->setObjectName(QStringLiteral("cmdSearch"));
+    progress_->setObjectName(QStringLiteral("ProgressBarModule"));
+    progress_->setAccessibleName(pick(win::kSearchProgressName, language));
+    progress_->setTextVisible(false);
+    progress_->setValue(0);
+
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(labelFor(grid::kPortLabel, cmbComPort_, "lblComPort", language));
+    layout->addWidget(cmbComPort_, 1);
+    layout->addWidget(labelFor(grid::kModuleLabel, cmbModuleIndex_, "lblModuleIndex", language));
+    layout->addWidget(cmbModuleIndex_);
+    layout->addWidget(cmdSearch_);
+    layout->addWidget(progress_, 1);
+
+    connect(cmbComPort_, &QComboBox::activated, this, [this] { emit portChosen(selectedPortNumber()); });
+    connect(cmbModuleIndex_, &QComboBox::activated, this,
+            [this] { emit addressChosen(cmbModuleIndex_->currentData().toInt()); });
+    connect(cmdSearch_, &QPushButton::clicked, this, &PortSearchBar::searchClicked);
+}
+
+void PortSearchBar::setPorts(const QList<PortEntry>& ports)
+{
+    cmbComPort_->clear();
+    for (const PortEntry& port : ports)
+        cmbComPort_->addItem(port.name, port.number);
+    if (!ports.isEmpty())
+        cmbComPort_->setCurrentIndex(0);
+}
+
+int PortSearchBar::selectedPortNumber() const
+{
+    return cmbComPort_->currentIndex() < 0 ? 0 : cmbComPort_->currentData().toInt();
+}
+
+void PortSearchBar::showAddress(int address)
+{
+    cmbModuleIndex_->setCurrentIndex(cmbModuleIndex_->findData(address));
+}
+
+}  // namespace velmor

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "model/language.h"
+#include "serial/port_list.h"
+
+#include <QWidget>
+
+class QComboBox;
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+namespace velmor {
+
+// The port chooser, the module-address chooser, the search button and the
+// search's progress bar.
+class PortSearchBar : public QWidget {
+    Q_OBJECT
+public:
+    PortSearchBar(Language language, QWidget* parent = nullptr);
+
+    // Fills cmbComPort (text: the port's name, item data: its number) and
+    // selects the first port.
+    void setPorts(const QList<PortEntry>& ports);
+    // The selected port's number, 0 when the list is empty.
+    int selectedPortNumber() const;
+    void showAddress(int address);
+
+    QComboBox* moduleIndex() const { return cmbModuleIndex_; }
+    QPushButton* searchButton() const { return cmdSearch_; }
+    QProgressBar* progressBar() const { return progress_; }
+
+signals:
+    void portChosen(int number);       // cmbComPort_Click
+    void addressChosen(int address);   // cmbModuleIndex_Click
+    void searchClicked();              // cmdSearch_Click
+
+private:
+    QComboBox* cmbComPort_;
+    QComboBox* cmbModuleIndex_;
+    QPushButton* cmdSearch_;
+    QProgressBar* progress_;
+};
+
+}  // namespace velmor

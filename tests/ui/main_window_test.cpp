@@ -1,0 +1,159 @@
+// The main window against simulated lines on pseudo-terminals: the real
+// widgets clicked as an operator would, the message boxes answered through
+// the operator-dialog interface.
+
+#include "link_rig.h"
+#include "ui/frm_main.h"
+
+#include <QComboBox>
+#include <QMenu>
+#include <QMenuBar>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTest>
+#include <QTimer>
+
+using namespace velmor;
+using namespace velmor::testing;
+
+namespace {
+
+constexpr int kEnglish = 2;
+constexpr int kChinese = 1;
+
+template <typename T>
+T* child(QWidget& window, const char* name)
+{
+    T* found = window.findChild<T*>(QLatin1String(name));
+    if (!found)
+        qFatal("no %s", name);
+    return found;
+}
+
+QAction* action(QWidget& window, const char* name)
+{
+    return child<QAction>(window, name);
+}
+
+QStringList tabTexts(QTabBar* tabs)
+{
+    QStringList out;
+    for (int i = 0; i < tabs->count(); ++i)
+        out << tabs->tabText(i);
+    return out;
+}
+
+}  // namespace
+
+class MainWindowTest : public QObject {
+    Q_OBJECT
+private slots:
+    void searchOfTwoLinesGivesOneTabPerModuleInOrder();
+    void emptySearchReportsNoModule();
+    void theWindowIsLockedWhileTheSearchRuns();
+    void aModuleTabMakesItsModuleCurrent();
+    void captionsFollowTheLanguage();
+};
+
+void MainWindowTest::searchOfTwoLinesGivesOneTabPerModuleInOrder()
+{
+    SimLine first({{2, 2}, {5, 0}}, Pacing::Fast, QStringLiteral("SIM1"));
+    SimLine second({{1, 3}}, Pacing::Fast, QStringLiteral("SIM2"));
+    RecordingDialogs dialogs;
+    frmMain window(kEnglish, &dialogs);
+    window.show();
+    window.Form_Load();
+    QVERIFY(dialogs.messages.isEmpty());
+
+    QTest::mouseClick(child<QPushButton>(window, "cmdSearch"), Qt::LeftButton);
+    auto* tabs = child<QTabBar>(window, "TabStripCom");
+    QCOMPARE(tabTexts(tabs), (QStringList{QStringLiteral("1 TM-C16"), QStringLiteral("2 TM-A4"), QStringLiteral("3 TM-B8")}));
+    QCOMPARE(dialogs.texts().last(), QStringLiteral("Found 3 modules."));
+    QCOMPARE(dialogs.messages.last().first, QStringLiteral("Module Setup"));
+    // The first module is current, and its address shows.
+    QCOMPARE(tabs->currentIndex(), 0);
+    QCOMPARE(window.state().currentModule, 0);
+    QCOMPARE(child<QComboBox>(window, "cmbModuleIndex")->currentText(), QStringLiteral("2"));
+    QCOMPARE(child<QProgressBar>(window, "ProgressBarModule")->value(), 0);
+    // Each module was read wholly: the B8's eight channels came in.
+    VELMOR_VERIFY_SAME(wholeReadDifference(window.state().table[2], second.module(1).memory()));
+}
+
+void MainWindowTest::emptySearchReportsNoModule()
+{
+    SimLine line({{40, 2}}, Pacing::Fast, QStringLiteral("SIM1"));
+    RecordingDialogs dialogs;
+    frmMain window(kChinese, &dialogs);
+    window.show();
+    window.Form_Load();
+    action(window, "MnuOperate_Search")->trigger();
+    QCOMPARE(child<QTabBar>(window, "TabStripCom")->count(), 0);
+    QCOMPARE(dialogs.texts().last(), QStringLiteral("没有发现模块。"));
+    QCOMPARE(dialogs.messages.last().first, QStringLiteral("模块参数设置"));
+}
+
+void MainWindowTest::theWindowIsLockedWhileTheSearchRuns()
+{
+    SimLine line({{3, 0}}, Pacing::Fast, QStringLiteral("SIM1"));
+    RecordingDialogs dialogs;
+    frmMain window(kEnglish, &dialogs);
+    window.show();
+    window.Form_Load();
+    auto* search = child<QPushButton>(window, "cmdSearch");
+    QList<bool> seenEnabled;
+    // Looked at from inside the search's own waits.
+    QTimer probe;
+    connect(&probe, &QTimer::timeout, [&] {
+        seenEnabled << (search->isEnabled() || child<QComboBox>(window, "cmbComPort")->isEnabled()
+                        || action(window, "MnuOperate_Search")->isEnabled()
+                        || child<QTabBar>(window, "TabStripCom")->isEnabled());
+        if (seenEnabled.size() == 2)  // an impatient operator clicks again
+            QTest::mouseClick(search, Qt::LeftButton);
+    });
+    probe.start(50);
+    QTest::mouseClick(search, Qt::LeftButton);
+    probe.stop();
+    QVERIFY(seenEnabled.size() > 5);
+    QVERIFY(!seenEnabled.contains(true));
+    QVERIFY(search->isEnabled());
+    QVERIFY(action(window, "MnuOperate_Search")->isEnabled());
+    // A click on the locked button started nothing: one search, one report.
+    QCOMPARE(dialogs.texts(), QStringList{QStringLiteral("Found 1 modules.")});
+}
+
+void MainWindowTest::aModuleTabMakesItsModuleCurrent()
+{
+    SimLine line({{2, 2}, {5, 0}}, Pacing::Fast, QStringLiteral("SIM1"));
+    RecordingDialogs dialogs;
+    frmMain window(kEnglish, &dialogs);
+    window.show();
+    window.Form_Load();
+    QTest::mouseClick(child<QPushButton>(window, "cmdSearch"), Qt::LeftButton);
+    auto* tabs = child<QTabBar>(window, "TabStripCom");
+    QCOMPARE(tabs->count(), 2);
+    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center());
+    QCOMPARE(window.state().currentModule, 1);
+    QCOMPARE(tabs->currentIndex(), 1);
+    QCOMPARE(child<QComboBox>(window, "cmbModuleIndex")->currentText(), QStringLiteral("5"));
+}
+
+void MainWindowTest::captionsFollowTheLanguage()
+{
+    RecordingDialogs dialogs;
+    frmMain english(kEnglish, &dialogs);
+    QCOMPARE(child<QPushButton>(english, "cmdSearch")->text(), QStringLiteral("&Search"));
+    QCOMPARE(child<QMenu>(english, "MnuOperate")->title(), QStringLiteral("&Operate"));
+    QCOMPARE(action(english, "MnuOperate_Search")->text(), QStringLiteral("&Search"));
+    QCOMPARE(english.windowTitle(), QStringLiteral("Velmor"));
+    frmMain chinese(kChinese, &dialogs);
+    QCOMPARE(child<QPushButton>(chinese, "cmdSearch")->text(), QStringLiteral("搜索模块(&S)"));
+    QCOMPARE(child<QMenu>(chinese, "MnuOperate")->title(), QStringLiteral("操作(&O)"));
+    QCOMPARE(action(chinese, "MnuOperate_Search")->text(), QStringLiteral("搜索(&S)"));
+    // Controls without a caption of their own are named for assistive tools.
+    for (const char* name : {"cmbComPort", "cmbModuleIndex", "ProgressBarModule", "TabStripCom"})
+        QVERIFY2(!chinese.findChild<QWidget*>(QLatin1String(name))->accessibleName().isEmpty(), name);
+}
+
+QTEST_MAIN(MainWindowTest)
+#include "main_window_test.moc"

@@ -10,6 +10,8 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace velmor {
 namespace {
 
@@ -52,6 +54,7 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, QWidget* parent)
     connect(bar_, &PortSearchBar::addressChosen, this, &frmMain::cmbModuleIndex_Click);
     connect(tabStripCom_, &QTabBar::tabBarClicked, this, &frmMain::TabStripCom_Click);
     connect(&operations_, &Operations::commandsEnabled, this, &frmMain::EnableCommands);
+    connect(&watcher_, &PortWatcher::portsChanged, this, &frmMain::portsChanged);
 }
 
 frmMain::~frmMain() = default;
@@ -69,9 +72,7 @@ void frmMain::Form_Load()
     const int languageMode = state_.languageMode;
     state_.reset();
     state_.languageMode = languageMode;
-    ports_ = listPorts();
-    port_.setPorts(ports_);
-    bar_->setPorts(ports_);
+    applyPorts(listPorts());
     if (ports_.isEmpty())
         dialogs_.showMessage(pick(msg::kTitle, language_), pick(msg::kNoComPort, language_));
     else
@@ -79,19 +80,35 @@ void frmMain::Form_Load()
     bar_->showAddress(state_.current().busAddress);
 }
 
+template <typename Flow>
+void frmMain::runFlow(Flow flow)
+{
+    if (flowRunning_)  // the commands are locked; a queued click finds nothing to do
+        return;
+    flowRunning_ = true;
+    EnableCommands(false);
+    flow();
+    EnableCommands(true);
+    flowRunning_ = false;
+    if (pendingPorts_) {
+        applyPorts(*pendingPorts_);
+        pendingPorts_.reset();
+    }
+}
+
 void frmMain::cmdSearch_Click()
 {
-    ModuleSearch search(operations_, dialogs_);
-    QProgressBar* progress = bar_->progressBar();
-    connect(&search, &ModuleSearch::progressMaximum, progress, &QProgressBar::setMaximum);
-    connect(&search, &ModuleSearch::progress, progress, &QProgressBar::setValue);
-    connect(&search, &ModuleSearch::modulesFound, this, &frmMain::showModuleTabs);
-    EnableCommands(false);
-    const int found = search.cmdSearch_Click(ports_, bar_->selectedPortNumber());
-    EnableCommands(true);
-    // As if the operator had clicked the first module's tab.
-    if (found > 0)
-        TabStripCom_Click(0);
+    runFlow([this] {
+        ModuleSearch search(operations_, dialogs_);
+        QProgressBar* progress = bar_->progressBar();
+        connect(&search, &ModuleSearch::progressMaximum, progress, &QProgressBar::setMaximum);
+        connect(&search, &ModuleSearch::progress, progress, &QProgressBar::setValue);
+        connect(&search, &ModuleSearch::modulesFound, this, &frmMain::showModuleTabs);
+        const int found = search.cmdSearch_Click(ports_, bar_->selectedPortNumber());
+        // As if the operator had clicked the first module's tab.
+        if (found > 0)
+            TabStripCom_Click(0);
+    });
 }
 
 void frmMain::showModuleTabs(int count)
@@ -113,6 +130,35 @@ void frmMain::TabStripCom_Click(int index)
     tabStripCom_->setCurrentIndex(index);
     state_.currentModule = index;
     bar_->showAddress(state_.current().busAddress);
+}
+
+void frmMain::portsChanged(const QList<PortEntry>& ports)
+{
+    // Never under a running flow: the ports it talks to keep their numbers.
+    if (flowRunning_)
+        pendingPorts_ = ports;
+    else
+        applyPorts(ports);
+}
+
+void frmMain::applyPorts(const QList<PortEntry>& ports)
+{
+    // A port's number is its place in the list, which a new port may shift:
+    // the modules found keep their port by its device, not by its number.
+    for (ModuleRecord& module : state_.table) {
+        const PortEntry* before = findPort(ports_, module.portNumber);
+        const auto after = before ? std::find_if(ports.begin(), ports.end(),
+                                                 [&](const PortEntry& p) { return p.device == before->device; })
+                                  : ports.end();
+        if (after != ports.end())
+            module.portNumber = static_cast<qint16>(after->number);
+    }
+    ports_ = ports;
+    watcher_.setKnown(ports);
+    port_.setPorts(ports);
+    bar_->setPorts(ports);
+    if (!ports.isEmpty())
+        state_.current().portNumber = static_cast<qint16>(bar_->selectedPortNumber());
 }
 
 void frmMain::cmbComPort_Click(int number)

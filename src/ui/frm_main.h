@@ -5,10 +5,12 @@
 #include "model/language.h"
 #include "model/module_table.h"
 #include "serial/com_port.h"
+#include "serial/port_watcher.h"
 
 #include <QMainWindow>
 
 #include <memory>
+#include <optional>
 
 class QAction;
 class QTabBar;
@@ -40,6 +42,13 @@ private:
     void cmbComPort_Click(int number);
     void cmbModuleIndex_Click(int address);
     void showModuleTabs(int count);
+    // A port came or went: applied at once when no flow runs, else when the
+    // flow is over.
+    void portsChanged(const QList<PortEntry>& ports);
+    void applyPorts(const QList<PortEntry>& ports);
+    // Runs an operator's command that talks to modules.
+    template <typename Flow>
+    void runFlow(Flow flow);
     // Locks the window's commands while an exchange runs.
     void EnableCommands(bool enabled);
 
@@ -50,6 +59,9 @@ private:
     OperatorDialogs& dialogs_;
     Operations operations_;
     QList<PortEntry> ports_;
+    PortWatcher watcher_;
+    bool flowRunning_ = false;
+    std::optional<QList<PortEntry>> pendingPorts_;
     PortSearchBar* bar_;
     QTabBar* tabStripCom_;
     QAction* mnuOperateSearch_ = nullptr;

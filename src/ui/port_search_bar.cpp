@@ -61,11 +61,12 @@ PortSearchBar::PortSearchBar(Language language, QWidget* parent)
 
 void PortSearchBar::setPorts(const QList<PortEntry>& ports)
 {
+    // The chosen port stays chosen while it is there; otherwise the first.
+    const QString chosen = cmbComPort_->currentText();
     cmbComPort_->clear();
     for (const PortEntry& port : ports)
         cmbComPort_->addItem(port.name, port.number);
-    if (!ports.isEmpty())
-        cmbComPort_->setCurrentIndex(0);
+    cmbComPort_->setCurrentIndex(std::max(0, cmbComPort_->findText(chosen)));
 }
 
 int PortSearchBar::selectedPortNumber() const

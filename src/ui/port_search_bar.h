@@ -19,8 +19,8 @@ class PortSearchBar : public QWidget {
 public:
     PortSearchBar(Language language, QWidget* parent = nullptr);
 
-    // Fills cmbComPort (text: the port's name, item data: its number) and
-    // selects the first port.
+    // Fills cmbComPort (text: the port's name, item data: its number). The
+    // port chosen before stays chosen when it is still there, else the first.
     void setPorts(const QList<PortEntry>& ports);
     // The selected port's number, 0 when the list is empty.
     int selectedPortNumber() const;

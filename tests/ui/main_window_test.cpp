@@ -54,6 +54,8 @@ private slots:
     void theWindowIsLockedWhileTheSearchRuns();
     void aModuleTabMakesItsModuleCurrent();
     void captionsFollowTheLanguage();
+    void portChooserFollowsPortsThatComeAndGo();
+    void portsWaitWhileAFlowRuns();
 };
 
 void MainWindowTest::searchOfTwoLinesGivesOneTabPerModuleInOrder()
@@ -153,6 +155,49 @@ void MainWindowTest::captionsFollowTheLanguage()
     // Controls without a caption of their own are named for assistive tools.
     for (const char* name : {"cmbComPort", "cmbModuleIndex", "ProgressBarModule", "TabStripCom"})
         QVERIFY2(!chinese.findChild<QWidget*>(QLatin1String(name))->accessibleName().isEmpty(), name);
+}
+
+void MainWindowTest::portChooserFollowsPortsThatComeAndGo()
+{
+    SimLine line({{4, 0}}, Pacing::Fast, QStringLiteral("SIM5"));
+    RecordingDialogs dialogs;
+    frmMain window(kEnglish, &dialogs);
+    window.show();
+    window.Form_Load();
+    auto* ports = child<QComboBox>(window, "cmbComPort");
+    ports->setCurrentIndex(ports->findText(QStringLiteral("SIM5")));
+    QTest::mouseClick(child<QPushButton>(window, "cmdSearch"), Qt::LeftButton);
+    QCOMPARE(window.state().moduleCount, 1);
+    {
+        // A line that sorts first takes SIM5's place, and so its number.
+        SimLine newcomer({{1, 0}}, Pacing::Fast, QStringLiteral("SIM1"));
+        QTRY_VERIFY_WITH_TIMEOUT(ports->findText(QStringLiteral("SIM1")) >= 0, 2000);
+        QCOMPARE(ports->currentText(), QStringLiteral("SIM5"));
+        // The module found on SIM5 still talks to SIM5.
+        QCOMPARE(int(window.state().table[0].portNumber), ports->itemData(ports->findText(QStringLiteral("SIM5"))).toInt());
+    }
+    QTRY_VERIFY_WITH_TIMEOUT(ports->findText(QStringLiteral("SIM1")) < 0, 2000);
+    QCOMPARE(ports->currentText(), QStringLiteral("SIM5"));
+    QCOMPARE(int(window.state().table[0].portNumber), ports->currentData().toInt());
+}
+
+void MainWindowTest::portsWaitWhileAFlowRuns()
+{
+    SimLine line({{40, 0}}, Pacing::Fast, QStringLiteral("SIM1"));
+    RecordingDialogs dialogs;
+    frmMain window(kEnglish, &dialogs);
+    window.show();
+    window.Form_Load();
+    auto* ports = child<QComboBox>(window, "cmbComPort");
+    const int before = ports->count();
+    std::unique_ptr<SimLine> newcomer;
+    QList<int> countsDuringSearch;
+    // 17 silent addresses take four seconds; the line comes after 0.2 s.
+    QTimer::singleShot(200, [&] { newcomer = std::make_unique<SimLine>(QList<sim::ModuleAt>{{1, 0}}, Pacing::Fast, QStringLiteral("SIM2")); });
+    QTimer::singleShot(2500, [&] { countsDuringSearch << ports->count(); });
+    QTest::mouseClick(child<QPushButton>(window, "cmdSearch"), Qt::LeftButton);
+    QCOMPARE(countsDuringSearch, QList<int>{before});
+    QCOMPARE(ports->count(), before + 1);  // applied as soon as the search was over
 }
 
 QTEST_MAIN(MainWindowTest)

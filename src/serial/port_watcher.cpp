@@ -1,0 +1,20 @@
+#include "port_watcher.h"
+
+namespace velmor {
+
+PortWatcher::PortWatcher(QObject* parent) : QObject(parent)
+{
+    connect(&timer_, &QTimer::timeout, this, &PortWatcher::look);
+    timer_.start(kIntervalMs);
+}
+
+void PortWatcher::look()
+{
+    const QList<PortEntry> now = listPorts();
+    if (now == known_)
+        return;
+    known_ = now;
+    emit portsChanged(now);
+}
+
+}  // namespace velmor

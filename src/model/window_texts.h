@@ -25,10 +25,44 @@ inline constexpr Text kMnuHelpAbout{"关于...(&A)", "&About..."};
 
 inline constexpr Text kSearchButton{"搜索模块(&S)", "&Search"};
 
+// The three frames that TabStrip1 shows one at a time.
+inline constexpr Text kFrameTabs[] = {{"参数设置", "Channel Setup"}, {"调整值", "Adjust Values"}, {"模块信息", "Module Information"}};
+inline constexpr Text kFrame1{"参数设置", "Channel Setup"};
+inline constexpr Text kCaption{"各个通道参数设置", "Channel Setup"};
+inline constexpr Text kFrame2{"调整值", "Adjust Values"};
+inline constexpr Text kFrame3{"模块信息", "Module Information"};
+
+// Buttons. The group buttons read "读取1-4通道" ... in Chinese and "Read" /
+// "Send" in English.
+inline constexpr Text kReadGroup[] = {{"读取1-4通道", "Read"}, {"读取5-8通道", "Read"}, {"读取9-12通道", "Read"}, {"读取13-16通道", "Read"}};
+inline constexpr Text kSendGroup[] = {{"发送1-4通道", "Send"}, {"发送5-8通道", "Send"}, {"发送9-12通道", "Send"}, {"发送13-16通道", "Send"}};
+inline constexpr Text kFrame1Receive{"读取操作", "Read"};
+inline constexpr Text kFrame1Send{"发送", "Send"};
+inline constexpr Text kFrame2Receive{"读取操作", "Read"};
+inline constexpr Text kFrame2Send{"发送操作", "Send"};
+inline constexpr Text kFrame3Receive{"读取", "Read"};
+inline constexpr Text kFrame3Send{"修改模块卡号", "Send"};
+inline constexpr Text kBalance{"桥路平衡", "Balance"};
+inline constexpr Text kBeckon{"召唤", "Beckon"};
+inline constexpr Text kModuleInfoReceive{"读取模块参数", "Read"};
+inline constexpr Text kModuleInfoSend{"发送模块参数", "Send"};
+
+// Captions above the frame texts before a group tab is chosen.
+inline constexpr Text kSentCaption{"发送字符串", "Sent"};
+inline constexpr Text kReturnedCaption{"返回字符串", "Returned"};
+// Once a group tab is chosen its captions read in Chinese whatever the
+// language: deliberate, kept.
+inline constexpr const char* kGroupSentCaptions[] = {"1-4通道发送字符串", "5-8通道发送字符串", "9-12通道发送字符串", "13-16通道发送字符串"};
+inline constexpr const char* kGroupReturnedCaptions[] = {"1-4通道返回字符串", "5-8通道返回字符串", "9-12通道返回字符串", "13-16通道返回字符串"};
+
 // Accessible names of controls that have no caption of their own.
 inline constexpr Text kPortListName{"串口", "Serial port"};
 inline constexpr Text kModuleIndexName{"模块卡号", "Module index"};
 inline constexpr Text kSearchProgressName{"搜索进度", "Search progress"};
 inline constexpr Text kModuleTabsName{"找到的模块", "Modules found"};
+inline constexpr Text kFrameTabsName{"操作页", "Pages"};
+inline constexpr Text kGroupTabsName{"通道组", "Channel groups"};
+inline constexpr Text kSentFrameName{"发送的帧", "Frame sent"};
+inline constexpr Text kReturnedFrameName{"返回的帧", "Frame returned"};
 
 }  // namespace velmor::win

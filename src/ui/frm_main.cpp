@@ -2,11 +2,14 @@
 
 #include "model/messages.h"
 #include "model/window_texts.h"
+#include "operation_panels.h"
 #include "port_search_bar.h"
 #include "widget_dialogs.h"
 
 #include <QMenuBar>
 #include <QProgressBar>
+#include <QPushButton>
+#include <QStackedWidget>
 #include <QTabBar>
 #include <QVBoxLayout>
 
@@ -32,6 +35,11 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, QWidget* parent)
     , operations_(state_, port_, dialogs_)
     , bar_(new PortSearchBar(language_))
     , tabStripCom_(new QTabBar)
+    , tabStrip1_(new QTabBar)
+    , frames_(new QStackedWidget)
+    , frame1_(new ChannelSetupPanel(language_))
+    , frame2_(new AdjustPanel(language_))
+    , frame3_(new ModuleInfoPanel(language_))
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(pick(win::kWindowTitle, language_));
@@ -45,9 +53,10 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, QWidget* parent)
     auto* layout = new QVBoxLayout(centre);
     layout->addWidget(bar_);
     layout->addWidget(tabStripCom_);
-    layout->addStretch(1);
+    layout->addWidget(buildFrames(), 1);
     setCentralWidget(centre);
     buildMenus();
+    wirePanels();
 
     connect(bar_, &PortSearchBar::searchClicked, this, &frmMain::cmdSearch_Click);
     connect(bar_, &PortSearchBar::portChosen, this, &frmMain::cmbComPort_Click);
@@ -59,12 +68,117 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, QWidget* parent)
 
 frmMain::~frmMain() = default;
 
+QWidget* frmMain::buildFrames()
+{
+    tabStrip1_->setObjectName(QStringLiteral("TabStrip1"));
+    tabStrip1_->setAccessibleName(pick(win::kFrameTabsName, language_));
+    tabStrip1_->setExpanding(false);
+    for (const Text& caption : win::kFrameTabs)
+        tabStrip1_->addTab(pick(caption, language_));
+    for (QWidget* frame : std::initializer_list<QWidget*>{frame1_, frame2_, frame3_})
+        frames_->addWidget(frame);
+    connect(tabStrip1_, &QTabBar::tabBarClicked, this, &frmMain::TabStrip1_Click);
+
+    auto* box = new QWidget;
+    auto* layout = new QVBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(tabStrip1_);
+    layout->addWidget(frames_, 1);
+    return box;
+}
+
 void frmMain::buildMenus()
 {
     QMenu* operate = menuBar()->addMenu(pick(win::kMnuOperate, language_));
     operate->setObjectName(QStringLiteral("MnuOperate"));
-    mnuOperateSearch_ = operate->addAction(pick(win::kMnuOperateSearch, language_), this, &frmMain::cmdSearch_Click);
-    mnuOperateSearch_->setObjectName(QStringLiteral("MnuOperate_Search"));
+    const auto entry = [&](const char* name, const Text& caption, auto slot) {
+        QAction* action = operate->addAction(pick(caption, language_), this, slot);
+        action->setObjectName(QLatin1String(name));
+        commandActions_.append(action);
+        return action;
+    };
+    entry("MnuOperate_Search", win::kMnuOperateSearch, &frmMain::cmdSearch_Click);
+    moduleActions_ = {
+        entry("MnuOperate_Send", win::kMnuOperateSend, [this] { runFlow([this] { operations_.cmdFrame1Send(); }); }),
+        entry("MnuOperate_Read", win::kMnuOperateRead, [this] { runFlow([this] { operations_.cmdFrame3Receive(); }); }),
+        entry("MnuOperate_Balance", win::kMnuOperateBalance, [this] { runFlow([this] { operations_.cmdBalance(); }); }),
+    };
+    entry("MnuOperate_Beckon", win::kMnuOperateBeckon, [this] { runFlow([this] { operations_.beckon(); }); });
+}
+
+void frmMain::wirePanels()
+{
+    const auto flow = [this](auto body) { return [this, body](auto... index) { runFlow([=] { body(index...); }); }; };
+    Operations& ops = operations_;
+    connect(frame1_, &OperationPanel::readGroup, this, flow([&ops](int g) { ops.readChannelGroup(g); }));
+    connect(frame1_, &OperationPanel::sendGroup, this, flow([&ops](int g) { ops.writeChannelGroup(g); }));
+    connect(frame1_, &OperationPanel::readAll, this, flow([&ops] { ops.cmdFrame1Receive(); }));
+    connect(frame1_, &OperationPanel::sendAll, this, flow([&ops] { ops.cmdFrame1Send(); }));
+    connect(frame1_, &OperationPanel::balance, this, flow([&ops] { ops.cmdBalance(); }));
+    connect(frame2_, &OperationPanel::readGroup, this, flow([&ops](int g) { ops.readAdjustBlock(g); }));
+    connect(frame2_, &OperationPanel::sendGroup, this, flow([&ops](int g) { ops.writeAdjustBlock(g); }));
+    connect(frame2_, &OperationPanel::readAll, this, flow([&ops] { ops.cmdFrame2Receive(); }));
+    connect(frame2_, &OperationPanel::sendAll, this, flow([&ops] { ops.cmdFrame2Send(); }));
+    connect(frame3_, &OperationPanel::readInfo, this, flow([&ops] { ops.readModuleInfo(); }));
+    connect(frame3_, &OperationPanel::sendInfo, this, flow([&ops] { ops.writeModuleInfo(); }));
+    connect(frame3_, &OperationPanel::beckon, this, flow([&ops] { ops.beckon(); }));
+    connect(frame3_, &OperationPanel::readAll, this, flow([&ops] { ops.cmdFrame3Receive(); }));
+    connect(frame3_, &OperationPanel::sendAll, this, flow([&ops] { ops.cmdFrame3Send(); }));
+    connect(&operations_, &Operations::requestStarted, this, &frmMain::requestStarted);
+    connect(&operations_, &Operations::requestEnded, this, &frmMain::requestEnded);
+}
+
+OperationPanel* frmMain::panelOf(Panel panel) const
+{
+    switch (panel) {
+    case Panel::ChannelSetup: return frame1_;
+    case Panel::Adjust: return frame2_;
+    case Panel::ModuleInfo: return frame3_;
+    }
+    return frame3_;
+}
+
+void frmMain::requestStarted(const Request& request, Panel panel, int group)
+{
+    tabStrip1_->setEnabled(false);
+    panelOf(panel)->setEnabled(false);
+    const QByteArray frame = request.frame();
+    const int selector = request.bytes[kGroupOffset];
+    if (request.command == kCmdBalance) {
+        // Into the first group's label while it is on show, else the second's.
+        frame1_->pane()->showSent(frame1_->pane()->shownGroup() == 0 ? 0 : 1, frame);
+    } else if (panel == Panel::ModuleInfo) {
+        frame3_->showSent(frame);
+    } else if (panel == Panel::ChannelSetup) {
+        frame1_->pane()->selectGroup(group);
+        frame1_->pane()->showSent(group, frame);
+    } else if (selector < kGroupCalibrationFirst) {  // calibration frames are not shown
+        frame2_->pane()->selectGroup(group);
+        frame2_->pane()->showSent(group, frame);
+    }
+}
+
+void frmMain::requestEnded(Panel panel)
+{
+    tabStrip1_->setEnabled(true);
+    panelOf(panel)->setEnabled(operationsOn_);
+}
+
+void frmMain::operationsEnabled(bool enabled)
+{
+    operationsOn_ = enabled;
+    for (QWidget* frame : std::initializer_list<QWidget*>{frame1_, frame2_, frame3_})
+        frame->setEnabled(enabled);
+    for (QAction* action : moduleActions_)
+        action->setEnabled(enabled);
+}
+
+void frmMain::TabStrip1_Click(int index)
+{
+    if (index < 0 || index >= frames_->count())
+        return;
+    tabStrip1_->setCurrentIndex(index);
+    frames_->setCurrentIndex(index);
 }
 
 void frmMain::Form_Load()
@@ -104,6 +218,7 @@ void frmMain::cmdSearch_Click()
         connect(&search, &ModuleSearch::progressMaximum, progress, &QProgressBar::setMaximum);
         connect(&search, &ModuleSearch::progress, progress, &QProgressBar::setValue);
         connect(&search, &ModuleSearch::modulesFound, this, &frmMain::showModuleTabs);
+        connect(&search, &ModuleSearch::operationsEnabled, this, &frmMain::operationsEnabled);
         const int found = search.cmdSearch_Click(ports_, bar_->selectedPortNumber());
         // As if the operator had clicked the first module's tab.
         if (found > 0)
@@ -177,7 +292,12 @@ void frmMain::EnableCommands(bool enabled)
     // exchange would start a second one.
     bar_->setEnabled(enabled);
     tabStripCom_->setEnabled(enabled);
-    mnuOperateSearch_->setEnabled(enabled);
+    for (OperationPanel* panel : {static_cast<OperationPanel*>(frame1_), static_cast<OperationPanel*>(frame2_),
+                                  static_cast<OperationPanel*>(frame3_)})
+        for (QPushButton* button : panel->commands())
+            button->setEnabled(enabled);
+    for (QAction* action : commandActions_)
+        action->setEnabled(enabled && (operationsOn_ || !moduleActions_.contains(action)));
 }
 
 }  // namespace velmor

@@ -13,10 +13,15 @@
 #include <optional>
 
 class QAction;
+class QStackedWidget;
 class QTabBar;
 
 namespace velmor {
 
+class AdjustPanel;
+class ChannelSetupPanel;
+class ModuleInfoPanel;
+class OperationPanel;
 class PortSearchBar;
 
 // The main window. It runs the flows of src/link and shows the module table;
@@ -34,11 +39,21 @@ public:
 
     void cmdSearch_Click();
     void TabStripCom_Click(int index);
+    // Shows Frame1, Frame2 or Frame3 (index 0, 1, 2).
+    void TabStrip1_Click(int index);
 
     SetupState& state() { return state_; }
 
 private:
     void buildMenus();
+    QWidget* buildFrames();
+    void wirePanels();
+    // The request's frame text, its group's tab, and its frame locked.
+    void requestStarted(const Request& request, Panel panel, int group);
+    void requestEnded(Panel panel);
+    OperationPanel* panelOf(Panel panel) const;
+    // The three frames and the Balance, Read and Send entries, after a search.
+    void operationsEnabled(bool enabled);
     void cmbComPort_Click(int number);
     void cmbModuleIndex_Click(int address);
     void showModuleTabs(int count);
@@ -64,7 +79,14 @@ private:
     std::optional<QList<PortEntry>> pendingPorts_;
     PortSearchBar* bar_;
     QTabBar* tabStripCom_;
-    QAction* mnuOperateSearch_ = nullptr;
+    QTabBar* tabStrip1_;
+    QStackedWidget* frames_;
+    ChannelSetupPanel* frame1_;
+    AdjustPanel* frame2_;
+    ModuleInfoPanel* frame3_;
+    bool operationsOn_ = true;
+    QList<QAction*> commandActions_;   // locked with the buttons
+    QList<QAction*> moduleActions_;    // Balance, Read, Send: only with modules found
 };
 
 }  // namespace velmor

@@ -1,0 +1,83 @@
+#include "frame_text_pane.h"
+
+#include "model/grid_texts.h"
+#include "model/window_texts.h"
+#include "protocol/frame_text.h"
+
+#include <QFontDatabase>
+#include <QLabel>
+#include <QTabBar>
+#include <QVBoxLayout>
+
+namespace velmor {
+namespace {
+
+QLabel* frameLabel(const QString& name, const Text& accessibleName, Language language)
+{
+    auto* label = new QLabel;
+    label->setObjectName(name);
+    label->setAccessibleName(pick(accessibleName, language));
+    label->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    // Three lines of 16 bytes and a fourth of 7 for a whole frame.
+    label->setMinimumHeight(4 * label->fontMetrics().lineSpacing());
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    return label;
+}
+
+QString arrayName(const char* name, int i) { return QStringLiteral("%1[%2]").arg(QLatin1String(name)).arg(i); }
+
+}  // namespace
+
+FrameTextPane::FrameTextPane(const FrameTextNames& names, Language language, QWidget* parent)
+    : QWidget(parent)
+    , tabs_(new QTabBar)
+    , sentCaption_(new QLabel(pick(win::kSentCaption, language)))
+    , returnedCaption_(new QLabel(pick(win::kReturnedCaption, language)))
+{
+    tabs_->setObjectName(QLatin1String(names.tabStrip));
+    tabs_->setAccessibleName(pick(win::kGroupTabsName, language));
+    tabs_->setExpanding(false);
+    for (const Text& caption : grid::kChannelGroupTabs)
+        tabs_->addTab(pick(caption, language));
+    sentCaption_->setObjectName(QLatin1String(names.sentCaption));
+    returnedCaption_->setObjectName(QLatin1String(names.returnedCaption));
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(tabs_);
+    layout->addWidget(sentCaption_);
+    for (int g = 0; g < kGroups; ++g) {
+        sent_[g] = frameLabel(arrayName(names.sentLabels, g), win::kSentFrameName, language);
+        layout->addWidget(sent_[g]);
+    }
+    layout->addWidget(returnedCaption_);
+    for (int g = 0; g < kGroups; ++g) {
+        returned_[g] = frameLabel(arrayName(names.returnedLabels, g), win::kReturnedFrameName, language);
+        layout->addWidget(returned_[g]);
+    }
+    for (int g = 1; g < kGroups; ++g) {
+        sent_[g]->hide();
+        returned_[g]->hide();
+    }
+    connect(tabs_, &QTabBar::tabBarClicked, this, &FrameTextPane::selectGroup);
+}
+
+void FrameTextPane::selectGroup(int g)
+{
+    if (g < 0 || g >= kGroups)
+        return;
+    tabs_->setCurrentIndex(g);
+    sentCaption_->setText(QString::fromUtf8(win::kGroupSentCaptions[g]));
+    returnedCaption_->setText(QString::fromUtf8(win::kGroupReturnedCaptions[g]));
+    for (int i = 0; i < kGroups; ++i) {
+        sent_[i]->setVisible(i == g);
+        returned_[i]->setVisible(i == g);
+    }
+}
+
+int FrameTextPane::shownGroup() const { return tabs_->currentIndex(); }
+
+void FrameTextPane::showSent(int g, QByteArrayView frame) { sent_.at(g)->setText(frameToText(frame)); }
+
+}  // namespace velmor

@@ -1,0 +1,242 @@
+// The three operation frames of the main window: their buttons run the flows
+// of the link layer on simulated lines, their labels show the frames sent, and
+// every command is locked while an exchange runs.
+
+#include "link_rig.h"
+#include "protocol/frame.h"
+#include "protocol/frame_text.h"
+#include "protocol/requests.h"
+#include "ui/frm_main.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QTabBar>
+#include <QTest>
+#include <QTimer>
+
+using namespace velmor;
+using namespace velmor::testing;
+
+namespace {
+
+constexpr int kEnglish = 2;
+
+template <typename T>
+T* child(QWidget& window, const QString& name)
+{
+    T* found = window.findChild<T*>(name);
+    if (!found)
+        qFatal("no %s", qPrintable(name));
+    return found;
+}
+
+QPushButton* button(QWidget& window, const char* name) { return child<QPushButton>(window, QLatin1String(name)); }
+
+// The window with the line's port and the module's address chosen, as an
+// operator picks them in the two lists.
+void choose(frmMain& window, const SimLine& line, int address)
+{
+    auto* ports = child<QComboBox>(window, QStringLiteral("cmbComPort"));
+    const int port = ports->findText(line.portName());
+    ports->setCurrentIndex(port);
+    emit ports->activated(port);
+    auto* addresses = child<QComboBox>(window, QStringLiteral("cmbModuleIndex"));
+    const int index = addresses->findData(address);
+    addresses->setCurrentIndex(index);
+    emit addresses->activated(index);
+}
+
+struct Counts {
+    int channels = 0;
+    int adjust = 0;
+    int calibration = 0;
+};
+
+// The write requests the line took, by block kind.
+Counts writes(const SimLine& line)
+{
+    Counts counts;
+    for (const QByteArray& request : line.requests()) {
+        if (static_cast<quint8>(request[kCommandOffset]) != kCmdWrite)
+            continue;
+        const int selector = request[kGroupOffset];
+        (selector >= kGroupCalibrationFirst ? counts.calibration
+         : selector >= kGroupAdjustFirst    ? counts.adjust
+                                            : counts.channels)++;
+    }
+    return counts;
+}
+
+QList<QWidget*> commandControls(frmMain& window)
+{
+    QList<QWidget*> controls;
+    for (QPushButton* b : window.findChildren<QPushButton*>())
+        controls << b;
+    controls << child<QTabBar>(window, QStringLiteral("TabStrip1")) << child<QComboBox>(window, QStringLiteral("cmbModuleIndex"));
+    return controls;
+}
+
+}  // namespace
+
+class OperationFramesTest : public QObject {
+    Q_OBJECT
+private slots:
+    void chosenGroupTabShowsOnlyItsLabels();
+    void writeChainsSendOneRequestPerGroupAndTwoPerPair_data();
+    void writeChainsSendOneRequestPerGroupAndTwoPerPair();
+    void aGroupButtonShowsTheFrameItSends();
+    void tabStrip1ShowsOneFrameAtATime();
+    void everyCommandIsLockedUntilTheExchangeEnds_data();
+    void everyCommandIsLockedUntilTheExchangeEnds();
+    void anEmptySearchTurnsTheFramesOff();
+};
+
+void OperationFramesTest::chosenGroupTabShowsOnlyItsLabels()
+{
+    RecordingDialogs dialogs;
+    frmMain window(kEnglish, &dialogs);
+    window.show();
+    auto* tabs = child<QTabBar>(window, QStringLiteral("TabStripOperate"));
+    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(2).center());
+    QCOMPARE(child<QLabel>(window, QStringLiteral("Label1"))->text(), QStringLiteral("9-12通道发送字符串"));
+    QCOMPARE(child<QLabel>(window, QStringLiteral("Label2"))->text(), QStringLiteral("9-12通道返回字符串"));
+    for (int g = 0; g < 4; ++g) {
+        for (const char* array : {"lblModuleOperateString", "lblModuleOperateReturnString"}) {
+            const QString name = QStringLiteral("%1[%2]").arg(QLatin1String(array)).arg(g);
+            QCOMPARE(child<QLabel>(window, name)->isVisibleTo(&window), g == 2);
+        }
+    }
+    // The adjust frame's own strip is untouched.
+    QCOMPARE(child<QTabBar>(window, QStringLiteral("TabStripNoOperate"))->currentIndex(), 0);
+}
+
+void OperationFramesTest::writeChainsSendOneRequestPerGroupAndTwoPerPair_data()
+{
+    QTest::addColumn<int>("modelCode");
+    QTest::addColumn<int>("groups");
+    QTest::newRow("4 channels") << 0 << 1;
+    QTest::newRow("16 channels") << 2 << 4;
+}
+
+void OperationFramesTest::writeChainsSendOneRequestPerGroupAndTwoPerPair()
+{
+    QFETCH(int, modelCode);
+    QFETCH(int, groups);
+    SimLine line({{3, modelCode}}, Pacing::Fast, QStringLiteral("SIM1"));
+    RecordingDialogs dialogs;
+    frmMain window(kEnglish, &dialogs);
+    window.show();
+    window.Form_Load();
+    choose(window, line, 3);
+    QTest::mouseClick(button(window, "cmdFrame3Receive"), Qt::LeftButton);
+    QCOMPARE(window.state().current().channelCount, qint16(groups * 4));
+
+    line.clearFrames();
+    QTest::mouseClick(button(window, "cmdFrame1Send"), Qt::LeftButton);
+    Counts sent = writes(line);
+    QCOMPARE(sent.channels, groups);
+    QCOMPARE(sent.adjust, groups);
+    QCOMPARE(sent.calibration, 2 * groups);
+
+    line.clearFrames();
+    QTest::mouseClick(button(window, "cmdFrame2Send"), Qt::LeftButton);
+    sent = writes(line);
+    QCOMPARE(sent.adjust, groups);
+    QCOMPARE(sent.channels + sent.calibration, 0);
+    QVERIFY(dialogs.messages.isEmpty());
+}
+
+void OperationFramesTest::aGroupButtonShowsTheFrameItSends()
+{
+    SimLine line({{2, 2}}, Pacing::Fast, QStringLiteral("SIM1"));
+    RecordingDialogs dialogs;
+    frmMain window(kEnglish, &dialogs);
+    window.show();
+    window.Form_Load();
+    choose(window, line, 2);
+    QTest::mouseClick(button(window, "cmdReceive[1]"), Qt::LeftButton);
+    QCOMPARE(child<QTabBar>(window, QStringLiteral("TabStripOperate"))->currentIndex(), 1);
+    QCOMPARE(child<QLabel>(window, QStringLiteral("lblModuleOperateString[1]"))->text(), QStringLiteral("AA  AA  03  02  11  02  15  "));
+    QCOMPARE(line.requests(), QList<QByteArray>{readChannelGroupRequest(window.state().current(), 1).frame()});
+    // The beckon goes to 255 whatever module is chosen, and shows in Frame3.
+    QTest::mouseClick(button(window, "cmdBeckon"), Qt::LeftButton);
+    QCOMPARE(child<QLabel>(window, QStringLiteral("lblModuleString"))->text(), QStringLiteral("AA  AA  03  FF  10  00  0F  "));
+    // Sending everything ends with eight calibration writes, which are not
+    // shown: the adjust frame still shows the last adjust block sent.
+    QTest::mouseClick(button(window, "cmdFrame1Send"), Qt::LeftButton);
+    QCOMPARE(child<QTabBar>(window, QStringLiteral("TabStripNoOperate"))->currentIndex(), 3);
+    QCOMPARE(child<QLabel>(window, QStringLiteral("lblModuleNoOperateString[3]"))->text(),
+             frameToText(writeAdjustBlockRequest(window.state().current(), 3).frame()));
+    QVERIFY(dialogs.messages.isEmpty());
+}
+
+void OperationFramesTest::tabStrip1ShowsOneFrameAtATime()
+{
+    RecordingDialogs dialogs;
+    frmMain window(kEnglish, &dialogs);
+    window.show();
+    auto* tabs = child<QTabBar>(window, QStringLiteral("TabStrip1"));
+    for (int tab : {1, 2, 0}) {
+        QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(tab).center());
+        for (int frame = 0; frame < 3; ++frame)
+            QCOMPARE(child<QWidget>(window, QStringLiteral("Frame%1").arg(frame + 1))->isVisible(), frame == tab);
+    }
+}
+
+void OperationFramesTest::everyCommandIsLockedUntilTheExchangeEnds_data()
+{
+    QTest::addColumn<int>("fault");  // -1 none
+    QTest::addColumn<QString>("message");
+    QTest::newRow("reply") << -1 << QString();
+    QTest::newRow("time-out") << int(sim::FaultKind::Silence) << QStringLiteral("No respond.");
+    QTest::newRow("refused reply") << int(sim::FaultKind::Checksum) << QStringLiteral("Return data fail.");
+}
+
+void OperationFramesTest::everyCommandIsLockedUntilTheExchangeEnds()
+{
+    QFETCH(int, fault);
+    QFETCH(QString, message);
+    SimLine line({{6, 0}}, Pacing::Paced, QStringLiteral("SIM1"));
+    if (fault >= 0)
+        line.addFault(6, static_cast<sim::FaultKind>(fault));
+    RecordingDialogs dialogs;
+    frmMain window(kEnglish, &dialogs);
+    window.show();
+    window.Form_Load();
+    choose(window, line, 6);
+    QList<bool> anyEnabled;
+    QTimer probe;
+    connect(&probe, &QTimer::timeout, [&] {
+        const QList<QWidget*> controls = commandControls(window);
+        anyEnabled << std::any_of(controls.begin(), controls.end(), [](QWidget* w) { return w->isEnabled(); });
+    });
+    probe.start(20);
+    QTest::mouseClick(button(window, "cmdModuleInfoReceive"), Qt::LeftButton);
+    probe.stop();
+    QVERIFY(anyEnabled.size() >= 3);
+    QVERIFY(!anyEnabled.contains(true));
+    for (QWidget* control : commandControls(window))
+        QVERIFY2(control->isEnabled(), qPrintable(control->objectName()));
+    QCOMPARE(dialogs.texts(), message.isEmpty() ? QStringList() : QStringList{message});
+}
+
+void OperationFramesTest::anEmptySearchTurnsTheFramesOff()
+{
+    SimLine line({{40, 0}}, Pacing::Fast, QStringLiteral("SIM1"));
+    RecordingDialogs dialogs;
+    frmMain window(kEnglish, &dialogs);
+    window.show();
+    window.Form_Load();
+    QTest::mouseClick(button(window, "cmdSearch"), Qt::LeftButton);
+    for (const char* frame : {"Frame1", "Frame2", "Frame3"})
+        QVERIFY2(!child<QWidget>(window, QLatin1String(frame))->isEnabled(), frame);
+    for (const char* entry : {"MnuOperate_Read", "MnuOperate_Send", "MnuOperate_Balance"})
+        QVERIFY2(!child<QAction>(window, QLatin1String(entry))->isEnabled(), entry);
+    QVERIFY(child<QAction>(window, QStringLiteral("MnuOperate_Search"))->isEnabled());
+}
+
+QTEST_MAIN(OperationFramesTest)
+#include "operation_frames_test.moc"

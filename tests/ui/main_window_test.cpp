@@ -2,8 +2,7 @@
 // widgets clicked as an operator would, the message boxes answered through
 // the operator-dialog interface.
 
-#include "link_rig.h"
-#include "ui/frm_main.h"
+#include "window_rig.h"
 
 #include <QComboBox>
 #include <QMenu>
@@ -18,18 +17,6 @@ using namespace velmor;
 using namespace velmor::testing;
 
 namespace {
-
-constexpr int kEnglish = 2;
-constexpr int kChinese = 1;
-
-template <typename T>
-T* child(QWidget& window, const char* name)
-{
-    T* found = window.findChild<T*>(QLatin1String(name));
-    if (!found)
-        qFatal("no %s", name);
-    return found;
-}
 
 QAction* action(QWidget& window, const char* name)
 {
@@ -62,17 +49,15 @@ void MainWindowTest::searchOfTwoLinesGivesOneTabPerModuleInOrder()
 {
     SimLine first({{2, 2}, {5, 0}}, Pacing::Fast, QStringLiteral("SIM1"));
     SimLine second({{1, 3}}, Pacing::Fast, QStringLiteral("SIM2"));
-    RecordingDialogs dialogs;
-    frmMain window(kEnglish, &dialogs);
-    window.show();
-    window.Form_Load();
-    QVERIFY(dialogs.messages.isEmpty());
+    WindowRig rig(kEnglish);
+    frmMain& window = rig.window;
+    QVERIFY(rig.dialogs.messages.isEmpty());
 
     QTest::mouseClick(child<QPushButton>(window, "cmdSearch"), Qt::LeftButton);
     auto* tabs = child<QTabBar>(window, "TabStripCom");
     QCOMPARE(tabTexts(tabs), (QStringList{QStringLiteral("1 TM-C16"), QStringLiteral("2 TM-A4"), QStringLiteral("3 TM-B8")}));
-    QCOMPARE(dialogs.texts().last(), QStringLiteral("Found 3 modules."));
-    QCOMPARE(dialogs.messages.last().first, QStringLiteral("Module Setup"));
+    QCOMPARE(rig.dialogs.texts().last(), QStringLiteral("Found 3 modules."));
+    QCOMPARE(rig.dialogs.messages.last().first, QStringLiteral("Module Setup"));
     // The first module is current, and its address shows.
     QCOMPARE(tabs->currentIndex(), 0);
     QCOMPARE(window.state().currentModule, 0);
@@ -85,23 +70,19 @@ void MainWindowTest::searchOfTwoLinesGivesOneTabPerModuleInOrder()
 void MainWindowTest::emptySearchReportsNoModule()
 {
     SimLine line({{40, 2}}, Pacing::Fast, QStringLiteral("SIM1"));
-    RecordingDialogs dialogs;
-    frmMain window(kChinese, &dialogs);
-    window.show();
-    window.Form_Load();
+    WindowRig rig(kChinese);
+    frmMain& window = rig.window;
     action(window, "MnuOperate_Search")->trigger();
     QCOMPARE(child<QTabBar>(window, "TabStripCom")->count(), 0);
-    QCOMPARE(dialogs.texts().last(), QStringLiteral("没有发现模块。"));
-    QCOMPARE(dialogs.messages.last().first, QStringLiteral("模块参数设置"));
+    QCOMPARE(rig.dialogs.texts().last(), QStringLiteral("没有发现模块。"));
+    QCOMPARE(rig.dialogs.messages.last().first, QStringLiteral("模块参数设置"));
 }
 
 void MainWindowTest::theWindowIsLockedWhileTheSearchRuns()
 {
     SimLine line({{3, 0}}, Pacing::Fast, QStringLiteral("SIM1"));
-    RecordingDialogs dialogs;
-    frmMain window(kEnglish, &dialogs);
-    window.show();
-    window.Form_Load();
+    WindowRig rig(kEnglish);
+    frmMain& window = rig.window;
     auto* search = child<QPushButton>(window, "cmdSearch");
     QList<bool> seenEnabled;
     // Looked at from inside the search's own waits.
@@ -121,16 +102,14 @@ void MainWindowTest::theWindowIsLockedWhileTheSearchRuns()
     QVERIFY(search->isEnabled());
     QVERIFY(action(window, "MnuOperate_Search")->isEnabled());
     // A click on the locked button started nothing: one search, one report.
-    QCOMPARE(dialogs.texts(), QStringList{QStringLiteral("Found 1 modules.")});
+    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("Found 1 modules.")});
 }
 
 void MainWindowTest::aModuleTabMakesItsModuleCurrent()
 {
     SimLine line({{2, 2}, {5, 0}}, Pacing::Fast, QStringLiteral("SIM1"));
-    RecordingDialogs dialogs;
-    frmMain window(kEnglish, &dialogs);
-    window.show();
-    window.Form_Load();
+    WindowRig rig(kEnglish);
+    frmMain& window = rig.window;
     QTest::mouseClick(child<QPushButton>(window, "cmdSearch"), Qt::LeftButton);
     auto* tabs = child<QTabBar>(window, "TabStripCom");
     QCOMPARE(tabs->count(), 2);
@@ -160,10 +139,8 @@ void MainWindowTest::captionsFollowTheLanguage()
 void MainWindowTest::portChooserFollowsPortsThatComeAndGo()
 {
     SimLine line({{4, 0}}, Pacing::Fast, QStringLiteral("SIM5"));
-    RecordingDialogs dialogs;
-    frmMain window(kEnglish, &dialogs);
-    window.show();
-    window.Form_Load();
+    WindowRig rig(kEnglish);
+    frmMain& window = rig.window;
     auto* ports = child<QComboBox>(window, "cmbComPort");
     ports->setCurrentIndex(ports->findText(QStringLiteral("SIM5")));
     QTest::mouseClick(child<QPushButton>(window, "cmdSearch"), Qt::LeftButton);
@@ -184,10 +161,8 @@ void MainWindowTest::portChooserFollowsPortsThatComeAndGo()
 void MainWindowTest::portsWaitWhileAFlowRuns()
 {
     SimLine line({{40, 0}}, Pacing::Fast, QStringLiteral("SIM1"));
-    RecordingDialogs dialogs;
-    frmMain window(kEnglish, &dialogs);
-    window.show();
-    window.Form_Load();
+    WindowRig rig(kEnglish);
+    frmMain& window = rig.window;
     auto* ports = child<QComboBox>(window, "cmbComPort");
     const int before = ports->count();
     std::unique_ptr<SimLine> newcomer;

@@ -2,11 +2,10 @@
 // of the link layer on simulated lines, their labels show the frames sent, and
 // every command is locked while an exchange runs.
 
-#include "link_rig.h"
+#include "window_rig.h"
 #include "protocol/frame.h"
 #include "protocol/frame_text.h"
 #include "protocol/requests.h"
-#include "ui/frm_main.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -22,18 +21,7 @@ using namespace velmor::testing;
 
 namespace {
 
-constexpr int kEnglish = 2;
-
-template <typename T>
-T* child(QWidget& window, const QString& name)
-{
-    T* found = window.findChild<T*>(name);
-    if (!found)
-        qFatal("no %s", qPrintable(name));
-    return found;
-}
-
-QPushButton* button(QWidget& window, const char* name) { return child<QPushButton>(window, QLatin1String(name)); }
+QPushButton* button(QWidget& window, const char* name) { return child<QPushButton>(window, name); }
 
 // The window with the line's port and the module's address chosen, as an
 // operator picks them in the two lists.
@@ -126,10 +114,8 @@ void OperationFramesTest::writeChainsSendOneRequestPerGroupAndTwoPerPair()
     QFETCH(int, modelCode);
     QFETCH(int, groups);
     SimLine line({{3, modelCode}}, Pacing::Fast, QStringLiteral("SIM1"));
-    RecordingDialogs dialogs;
-    frmMain window(kEnglish, &dialogs);
-    window.show();
-    window.Form_Load();
+    WindowRig rig;
+    frmMain& window = rig.window;
     choose(window, line, 3);
     QTest::mouseClick(button(window, "cmdFrame3Receive"), Qt::LeftButton);
     QCOMPARE(window.state().current().channelCount, qint16(groups * 4));
@@ -146,16 +132,14 @@ void OperationFramesTest::writeChainsSendOneRequestPerGroupAndTwoPerPair()
     sent = writes(line);
     QCOMPARE(sent.adjust, groups);
     QCOMPARE(sent.channels + sent.calibration, 0);
-    QVERIFY(dialogs.messages.isEmpty());
+    QVERIFY(rig.dialogs.messages.isEmpty());
 }
 
 void OperationFramesTest::aGroupButtonShowsTheFrameItSends()
 {
     SimLine line({{2, 2}}, Pacing::Fast, QStringLiteral("SIM1"));
-    RecordingDialogs dialogs;
-    frmMain window(kEnglish, &dialogs);
-    window.show();
-    window.Form_Load();
+    WindowRig rig;
+    frmMain& window = rig.window;
     choose(window, line, 2);
     QTest::mouseClick(button(window, "cmdReceive[1]"), Qt::LeftButton);
     QCOMPARE(child<QTabBar>(window, QStringLiteral("TabStripOperate"))->currentIndex(), 1);
@@ -170,7 +154,7 @@ void OperationFramesTest::aGroupButtonShowsTheFrameItSends()
     QCOMPARE(child<QTabBar>(window, QStringLiteral("TabStripNoOperate"))->currentIndex(), 3);
     QCOMPARE(child<QLabel>(window, QStringLiteral("lblModuleNoOperateString[3]"))->text(),
              frameToText(writeAdjustBlockRequest(window.state().current(), 3).frame()));
-    QVERIFY(dialogs.messages.isEmpty());
+    QVERIFY(rig.dialogs.messages.isEmpty());
 }
 
 void OperationFramesTest::tabStrip1ShowsOneFrameAtATime()
@@ -202,10 +186,8 @@ void OperationFramesTest::everyCommandIsLockedUntilTheExchangeEnds()
     SimLine line({{6, 0}}, Pacing::Paced, QStringLiteral("SIM1"));
     if (fault >= 0)
         line.addFault(6, static_cast<sim::FaultKind>(fault));
-    RecordingDialogs dialogs;
-    frmMain window(kEnglish, &dialogs);
-    window.show();
-    window.Form_Load();
+    WindowRig rig;
+    frmMain& window = rig.window;
     choose(window, line, 6);
     QList<bool> anyEnabled;
     QTimer probe;
@@ -220,16 +202,14 @@ void OperationFramesTest::everyCommandIsLockedUntilTheExchangeEnds()
     QVERIFY(!anyEnabled.contains(true));
     for (QWidget* control : commandControls(window))
         QVERIFY2(control->isEnabled(), qPrintable(control->objectName()));
-    QCOMPARE(dialogs.texts(), message.isEmpty() ? QStringList() : QStringList{message});
+    QCOMPARE(rig.dialogs.texts(), message.isEmpty() ? QStringList() : QStringList{message});
 }
 
 void OperationFramesTest::anEmptySearchTurnsTheFramesOff()
 {
     SimLine line({{40, 0}}, Pacing::Fast, QStringLiteral("SIM1"));
-    RecordingDialogs dialogs;
-    frmMain window(kEnglish, &dialogs);
-    window.show();
-    window.Form_Load();
+    WindowRig rig;
+    frmMain& window = rig.window;
     QTest::mouseClick(button(window, "cmdSearch"), Qt::LeftButton);
     for (const char* frame : {"Frame1", "Frame2", "Frame3"})
         QVERIFY2(!child<QWidget>(window, QLatin1String(frame))->isEnabled(), frame);

@@ -1,11 +1,15 @@
 #include "frm_main.h"
 
+#include "config/config_file.h"
+#include "config/config_location.h"
+#include "file_chooser.h"
 #include "model/messages.h"
 #include "model/window_texts.h"
 #include "operation_panels.h"
 #include "port_search_bar.h"
 #include "widget_dialogs.h"
 
+#include <QCloseEvent>
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
@@ -18,20 +22,24 @@
 namespace velmor {
 namespace {
 
-OperatorDialogs& chosenDialogs(OperatorDialogs* given, std::unique_ptr<OperatorDialogs>& own, QWidget* owner)
+// The given helper, or one of the window's own kind.
+template <typename Own, typename Interface>
+Interface& chosen(Interface* given, std::unique_ptr<Interface>& own, QWidget* owner)
 {
     if (given)
         return *given;
-    own = std::make_unique<WidgetDialogs>(owner);
+    own = std::make_unique<Own>(owner);
     return *own;
 }
 
 }  // namespace
 
-frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, QWidget* parent)
+frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files, QWidget* parent)
     : QMainWindow(parent)
     , language_(languageOf(languageMode))
-    , dialogs_(chosenDialogs(dialogs, ownDialogs_, this))
+    , dialogs_(chosen<WidgetDialogs>(dialogs, ownDialogs_, this))
+    , files_(chosen<SystemFileChooser>(files, ownFiles_, this))
+    , configPath_(defaultConfigPath())
     , operations_(state_, port_, dialogs_)
     , bar_(new PortSearchBar(language_))
     , tabStripCom_(new QTabBar)
@@ -87,8 +95,26 @@ QWidget* frmMain::buildFrames()
     return box;
 }
 
+void frmMain::buildFileMenu()
+{
+    QMenu* file = menuBar()->addMenu(pick(win::kMnuFile, language_));
+    file->setObjectName(QStringLiteral("MnuFile"));
+    const auto entry = [&](const char* name, const Text& caption, auto slot) {
+        QAction* action = file->addAction(pick(caption, language_), this, slot);
+        action->setObjectName(QLatin1String(name));
+        return action;
+    };
+    // Open and save wait while a flow runs: the record is in use.
+    commandActions_ << entry("MnuFile_Open", win::kMnuFileOpen, &frmMain::MnuFile_Open_Click)
+                    << entry("MnuFile_Save", win::kMnuFileSave, &frmMain::MnuFile_Save_Click)
+                    << entry("MnuFile_SaveAs", win::kMnuFileSaveAs, &frmMain::MnuFile_SaveAs_Click);
+    file->addSeparator();
+    entry("MnuFile_Exit", win::kMnuFileExit, &QWidget::close);
+}
+
 void frmMain::buildMenus()
 {
+    buildFileMenu();
     QMenu* operate = menuBar()->addMenu(pick(win::kMnuOperate, language_));
     operate->setObjectName(QStringLiteral("MnuOperate"));
     const auto entry = [&](const char* name, const Text& caption, auto slot) {
@@ -208,6 +234,52 @@ void frmMain::runFlow(Flow flow)
         applyPorts(*pendingPorts_);
         pendingPorts_.reset();
     }
+    if (closePending_)
+        close();
+}
+
+void frmMain::MnuFile_Open_Click()
+{
+    const QString path = files_.openFileName();
+    if (path.isEmpty())
+        return;
+    // A file that cannot be read leaves the record as it was, without a
+    // message; the rest happens all the same.
+    loadConfigFile(path, state_.current());
+    // The file's port belongs to the machine it came from: the first port
+    // listed now takes its place.
+    applyPorts(listPorts());
+    bar_->selectFirstPort();
+    if (!ports_.isEmpty())
+        state_.current().portNumber = static_cast<qint16>(bar_->selectedPortNumber());
+    bar_->showAddress(state_.current().busAddress);
+}
+
+void frmMain::MnuFile_Save_Click() { save(configPath_); }
+
+void frmMain::MnuFile_SaveAs_Click()
+{
+    const QString path = files_.saveFileName();
+    if (!path.isEmpty())
+        save(path);
+}
+
+void frmMain::save(const QString& path)
+{
+    if (!saveConfigFile(path, state_.current()))
+        dialogs_.showMessage(pick(msg::kTitle, language_), pick(msg::kOpenConfigFail, language_));
+}
+
+void frmMain::closeEvent(QCloseEvent* event)
+{
+    if (flowRunning_) {
+        closePending_ = true;
+        event->ignore();
+        return;
+    }
+    // A failed save has shown its message; the window closes all the same.
+    save(configPath_);
+    event->accept();
 }
 
 void frmMain::cmdSearch_Click()

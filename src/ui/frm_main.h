@@ -22,6 +22,7 @@ class AdjustPanel;
 class ChannelSetupPanel;
 class ModuleInfoPanel;
 class OperationPanel;
+class FileChooser;
 class PortSearchBar;
 
 // The main window. It runs the flows of src/link and shows the module table;
@@ -30,7 +31,10 @@ class PortSearchBar;
 class frmMain : public QMainWindow {
     Q_OBJECT
 public:
-    explicit frmMain(int languageMode, OperatorDialogs* dialogs = nullptr, QWidget* parent = nullptr);
+    // `dialogs` and `files` default to the window's own message boxes and the
+    // system's file dialogs.
+    explicit frmMain(int languageMode, OperatorDialogs* dialogs = nullptr, FileChooser* files = nullptr,
+                     QWidget* parent = nullptr);
     ~frmMain() override;
 
     // Start-up: the module table's defaults, the port list with its first
@@ -42,10 +46,23 @@ public:
     // Shows Frame1, Frame2 or Frame3 (index 0, 1, 2).
     void TabStrip1_Click(int index);
 
+    void MnuFile_Open_Click();
+    void MnuFile_Save_Click();
+    void MnuFile_SaveAs_Click();
+
     SetupState& state() { return state_; }
+    // The file that Save, Exit and closing the window write.
+    QString configPath() const { return configPath_; }
+    void setConfigPath(const QString& path) { configPath_ = path; }
+
+protected:
+    // Closing saves as File > Save does; during a flow it waits for its end.
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void buildMenus();
+    void buildFileMenu();
+    void save(const QString& path);
     QWidget* buildFrames();
     void wirePanels();
     // The request's frame text, its group's tab, and its frame locked.
@@ -72,6 +89,10 @@ private:
     ComPort port_;
     std::unique_ptr<OperatorDialogs> ownDialogs_;
     OperatorDialogs& dialogs_;
+    std::unique_ptr<FileChooser> ownFiles_;
+    FileChooser& files_;
+    QString configPath_;
+    bool closePending_ = false;
     Operations operations_;
     QList<PortEntry> ports_;
     PortWatcher watcher_;

@@ -69,6 +69,12 @@ void PortSearchBar::setPorts(const QList<PortEntry>& ports)
     cmbComPort_->setCurrentIndex(std::max(0, cmbComPort_->findText(chosen)));
 }
 
+void PortSearchBar::selectFirstPort()
+{
+    if (cmbComPort_->count() > 0)
+        cmbComPort_->setCurrentIndex(0);
+}
+
 int PortSearchBar::selectedPortNumber() const
 {
     return cmbComPort_->currentIndex() < 0 ? 0 : cmbComPort_->currentData().toInt();

@@ -22,6 +22,7 @@ public:
     // Fills cmbComPort (text: the port's name, item data: its number). The
     // port chosen before stays chosen when it is still there, else the first.
     void setPorts(const QList<PortEntry>& ports);
+    void selectFirstPort();
     // The selected port's number, 0 when the list is empty.
     int selectedPortNumber() const;
     void showAddress(int address);

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "link_rig.h"
+#include "ui/file_chooser.h"
 #include "ui/frm_main.h"
 
 #include <QAction>
+#include <QTemporaryDir>
 #include <QWidget>
 
 namespace velmor::testing {
@@ -28,15 +30,27 @@ T* child(QWidget& window, const char* name)
     return child<T>(window, QString::fromLatin1(name));
 }
 
-// The main window shown and started, its message boxes recorded.
+// File dialogs answered with the names the test sets; empty is Cancel.
+struct ScriptedFiles : FileChooser {
+    QString openFileName() override { return openAnswer; }
+    QString saveFileName() override { return saveAnswer; }
+    QString openAnswer;
+    QString saveAnswer;
+};
+
+// The main window shown and started, its message boxes recorded, its file
+// dialogs scripted and its default configuration file in a folder of its own.
 struct WindowRig {
-    explicit WindowRig(int languageMode = kEnglish) : window(languageMode, &dialogs)
+    explicit WindowRig(int languageMode = kEnglish) : window(languageMode, &dialogs, &files)
     {
+        window.setConfigPath(folder.filePath(QStringLiteral("TestConfig.cfg")));
         window.show();
         window.Form_Load();
     }
 
+    QTemporaryDir folder;
     RecordingDialogs dialogs;
+    ScriptedFiles files;
     frmMain window;
 };
 

@@ -41,10 +41,20 @@ OperationPanel::OperationPanel(const char* name, const Text& title, Language lan
     setObjectName(QLatin1String(name));
 }
 
-QPushButton* OperationPanel::add(QPushButton* button)
+QPushButton* OperationPanel::command(const char* name, const Text& caption, void (OperationPanel::*clicked)())
 {
+    QPushButton* button = commandButton(QLatin1String(name), caption, language_);
+    connect(button, &QPushButton::clicked, this, clicked);
     commands_.append(button);
     return button;
+}
+
+QLayout* OperationPanel::groupCommands(const char* readName, const char* sendName)
+{
+    const auto reads = groupButtons(readName, win::kReadGroup, language_, [this](int g) { emit readGroup(g); });
+    const auto sends = groupButtons(sendName, win::kSendGroup, language_, [this](int g) { emit sendGroup(g); });
+    commands_ += reads + sends;
+    return groupRows(reads, sends);
 }
 
 ChannelSetupPanel::ChannelSetupPanel(Language language)
@@ -52,40 +62,23 @@ ChannelSetupPanel::ChannelSetupPanel(Language language)
 {
     auto* caption = new QLabel(pick(win::kCaption, language));
     caption->setObjectName(QStringLiteral("lblCaption"));
-    const auto reads = groupButtons("cmdReceive", win::kReadGroup, language, [this](int g) { emit readGroup(g); });
-    const auto sends = groupButtons("cmdSend", win::kSendGroup, language, [this](int g) { emit sendGroup(g); });
-    for (QPushButton* button : reads + sends)
-        add(button);
-    QPushButton* receive = add(commandButton(QStringLiteral("cmdFrame1Receive"), win::kFrame1Receive, language));
-    QPushButton* send = add(commandButton(QStringLiteral("cmdFrame1Send"), win::kFrame1Send, language));
-    QPushButton* bridge = add(commandButton(QStringLiteral("cmdBalance"), win::kBalance, language));
-    connect(receive, &QPushButton::clicked, this, &OperationPanel::readAll);
-    connect(send, &QPushButton::clicked, this, &OperationPanel::sendAll);
-    connect(bridge, &QPushButton::clicked, this, &OperationPanel::balance);
-
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(caption);
     layout->addWidget(pane_);
-    layout->addLayout(groupRows(reads, sends));
-    layout->addLayout(row({receive, send, bridge}));
+    layout->addLayout(groupCommands("cmdReceive", "cmdSend"));
+    layout->addLayout(row({command("cmdFrame1Receive", win::kFrame1Receive, &OperationPanel::readAll),
+                           command("cmdFrame1Send", win::kFrame1Send, &OperationPanel::sendAll),
+                           command("cmdBalance", win::kBalance, &OperationPanel::balance)}));
 }
 
 AdjustPanel::AdjustPanel(Language language)
     : OperationPanel("Frame2", win::kFrame2, language), pane_(new FrameTextPane(kNoOperateNames, language))
 {
-    const auto reads = groupButtons("cmdNoOperateReceive", win::kReadGroup, language, [this](int g) { emit readGroup(g); });
-    const auto sends = groupButtons("cmdNoOperateSend", win::kSendGroup, language, [this](int g) { emit sendGroup(g); });
-    for (QPushButton* button : reads + sends)
-        add(button);
-    QPushButton* receive = add(commandButton(QStringLiteral("cmdFrame2Receive"), win::kFrame2Receive, language));
-    QPushButton* send = add(commandButton(QStringLiteral("cmdFrame2Send"), win::kFrame2Send, language));
-    connect(receive, &QPushButton::clicked, this, &OperationPanel::readAll);
-    connect(send, &QPushButton::clicked, this, &OperationPanel::sendAll);
-
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(pane_);
-    layout->addLayout(groupRows(reads, sends));
-    layout->addLayout(row({receive, send}));
+    layout->addLayout(groupCommands("cmdNoOperateReceive", "cmdNoOperateSend"));
+    layout->addLayout(row({command("cmdFrame2Receive", win::kFrame2Receive, &OperationPanel::readAll),
+                           command("cmdFrame2Send", win::kFrame2Send, &OperationPanel::sendAll)}));
 }
 
 ModuleInfoPanel::ModuleInfoPanel(Language language)
@@ -99,22 +92,14 @@ ModuleInfoPanel::ModuleInfoPanel(Language language)
     caption->setObjectName(QStringLiteral("Label6"));
     caption->setBuddy(lblModuleString_);
 
-    QPushButton* readInfoButton = add(commandButton(QStringLiteral("cmdModuleInfoReceive"), win::kModuleInfoReceive, language));
-    QPushButton* sendInfoButton = add(commandButton(QStringLiteral("cmdModuleInfoSend"), win::kModuleInfoSend, language));
-    QPushButton* beckonButton = add(commandButton(QStringLiteral("cmdBeckon"), win::kBeckon, language));
-    QPushButton* receive = add(commandButton(QStringLiteral("cmdFrame3Receive"), win::kFrame3Receive, language));
-    QPushButton* send = add(commandButton(QStringLiteral("cmdFrame3Send"), win::kFrame3Send, language));
-    connect(readInfoButton, &QPushButton::clicked, this, &OperationPanel::readInfo);
-    connect(sendInfoButton, &QPushButton::clicked, this, &OperationPanel::sendInfo);
-    connect(beckonButton, &QPushButton::clicked, this, &OperationPanel::beckon);
-    connect(receive, &QPushButton::clicked, this, &OperationPanel::readAll);
-    connect(send, &QPushButton::clicked, this, &OperationPanel::sendAll);
-
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(caption);
     layout->addWidget(lblModuleString_);
-    layout->addLayout(row({readInfoButton, sendInfoButton, beckonButton}));
-    layout->addLayout(row({receive, send}));
+    layout->addLayout(row({command("cmdModuleInfoReceive", win::kModuleInfoReceive, &OperationPanel::readInfo),
+                           command("cmdModuleInfoSend", win::kModuleInfoSend, &OperationPanel::sendInfo),
+                           command("cmdBeckon", win::kBeckon, &OperationPanel::beckon)}));
+    layout->addLayout(row({command("cmdFrame3Receive", win::kFrame3Receive, &OperationPanel::readAll),
+                           command("cmdFrame3Send", win::kFrame3Send, &OperationPanel::sendAll)}));
     layout->addStretch(1);
 }
 

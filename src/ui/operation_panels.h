@@ -7,6 +7,7 @@
 #include <QList>
 
 class QLabel;
+class QLayout;
 class QPushButton;
 
 namespace velmor {
@@ -30,7 +31,11 @@ signals:
 
 protected:
     OperationPanel(const char* name, const Text& title, Language language);
-    QPushButton* add(QPushButton* button);
+    // A command button whose click emits `clicked`, locked with the others.
+    QPushButton* command(const char* name, const Text& caption, void (OperationPanel::*clicked)());
+    // The arrays readName[g] and sendName[g], emitting readGroup(g) and
+    // sendGroup(g), as two rows of four.
+    QLayout* groupCommands(const char* readName, const char* sendName);
 
     Language language_;
 

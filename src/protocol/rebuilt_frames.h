@@ -1,0 +1,19 @@
+#pragma once
+
+#include "model/module_table.h"
+
+#include <QByteArray>
+
+namespace velmor {
+
+// A code of 64 or more is a reply code (the request's code plus 0x30): its
+// rebuilt frame belongs under "returned", anything lower under "sent".
+inline constexpr int kFirstReplyCode = 64;
+
+// The write frame of group selector `group` (0 information, 1..4 channel
+// parameters, 5..8 adjust blocks, 9..16 calibration pairs) built again from
+// what the record now holds, with `code` in the command byte, for display.
+// The beckon's code 16 puts 255 there instead: deliberate, kept.
+QByteArray rebuiltFrame(const ModuleRecord& record, int group, quint8 code);
+
+}  // namespace velmor

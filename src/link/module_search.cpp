@@ -35,7 +35,7 @@ int ModuleSearch::cmdSearch_Click(const QList<PortEntry>& ports, int selectedPor
 
     emit modulesFound(state.moduleCount);
     unread_.clear();
-    for (int i = 0; i < state.moduleCount; ++i) {
+    for (int i = 0; i < state.moduleCount && !operations_.abandoned(); ++i) {
         state.channelMask[static_cast<size_t>(i)] = -1;
         state.currentModule = i;
         if (!operations_.cmdFrame3Receive())
@@ -43,7 +43,8 @@ int ModuleSearch::cmdSearch_Click(const QList<PortEntry>& ports, int selectedPor
     }
     emit progress(0);
     emit operationsEnabled(state.moduleCount > 0);
-    report();
+    if (!operations_.abandoned())
+        report();
     state.currentModule = 0;
     return state.moduleCount;
 }
@@ -55,6 +56,8 @@ bool ModuleSearch::searchPort(const PortEntry& port, int p)
     Exchange& exchange = operations_.exchange();
     const Language language = languageOf(state.languageMode);
     for (int a = 0; a < kAddresses; ++a) {
+        if (operations_.abandoned())
+            return false;
         if (!exchange.start(readInfoRequest(a), port.number)) {
             dialogs_.showMessage(pick(msg::kTitle, language), msg::openPortFail(port.name, language));
             emit portNotOpened(port);

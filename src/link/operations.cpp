@@ -22,8 +22,17 @@ int Operations::pairCount(int channelCount)
     return 2 * groupCount(channelCount);
 }
 
+void Operations::abandonAfterExchange()
+{
+    abandoned_ = true;
+    if (settling_)
+        settling_->quit();
+}
+
 bool Operations::single(const Request& request, Panel panel, int group)
 {
+    if (abandoned_)
+        return false;
     emit commandsEnabled(false);
     emit requestStarted(request, panel, group);
     if (!exchange_.start(request, state_.current().portNumber)) {
@@ -186,7 +195,10 @@ bool Operations::cmdBalance()
         // Give the modules time to finish balancing before reading the results.
         QEventLoop settle;
         QTimer::singleShot(kBalanceSettleMs, Qt::PreciseTimer, &settle, &QEventLoop::quit);
-        settle.exec();
+        settling_ = &settle;
+        if (!abandoned_)
+            settle.exec();
+        settling_ = nullptr;
         emit commandsEnabled(true);
         return true;
     });

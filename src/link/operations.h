@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+class QEventLoop;
+
 namespace velmor {
 
 // The panel a request belongs to, which the window locks while it runs.
@@ -24,6 +26,12 @@ public:
     const Exchange& exchange() const { return exchange_; }
     SetupState& state() { return state_; }
     bool sequenceDone() const { return sequenceDone_; }
+
+    // The front end is going away: the exchange in flight ends as it would,
+    // and no request goes out after it (the balance's settling wait ends too).
+    // It stays so.
+    void abandonAfterExchange();
+    bool abandoned() const { return abandoned_; }
 
     // Single requests on the current module; true when the reply was accepted.
     bool readModuleInfo();
@@ -73,6 +81,8 @@ private:
     OperatorDialogs& dialogs_;
     Exchange exchange_;
     bool sequenceDone_ = true;
+    bool abandoned_ = false;
+    QEventLoop* settling_ = nullptr;
 };
 
 }  // namespace velmor

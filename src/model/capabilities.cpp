@@ -81,6 +81,11 @@ quint8 capabilityCode(const ModuleRecord& module, Capability capability)
     return module.*rowOf(capability).field;
 }
 
+void setCapabilityCode(ModuleRecord& module, Capability capability, quint8 code)
+{
+    module.*rowOf(capability).field = code;
+}
+
 int unknownCode(Capability capability)
 {
     switch (capability) {

@@ -30,6 +30,7 @@ inline constexpr Capability kListedCapabilities[] = {
 
 // The record's code for a capability.
 quint8 capabilityCode(const ModuleRecord& module, Capability capability);
+void setCapabilityCode(ModuleRecord& module, Capability capability, quint8 code);
 
 // The code of the list's last item, "未知" / "Unknown"; every code from here up
 // shows that item.

@@ -23,6 +23,8 @@ inline constexpr Text kZeroAdjustLabel{"零点调整", "Zero Adjust"};
 inline constexpr Text kGainAdjustLabel{"增益调整", "Gain Adjust"};
 inline constexpr Text kGainLabel{"放大倍数", "Gain"};
 inline constexpr Text kIntegralLabel{"积分", "Integral"};
+// Accessible name of the read-only text beside a list, after the list's label.
+inline constexpr Text kChosenTextSuffix{"（所选文字）", " (chosen text)"};
 
 // Channel grid, columns 1 to 10 (column 0 reads "CH" and the channel number).
 inline constexpr Text kChannelPrefix{"CH", "CH"};

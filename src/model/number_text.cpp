@@ -1,5 +1,7 @@
 #include "number_text.h"
 
+#include <cmath>
+
 namespace velmor {
 
 namespace {
@@ -66,6 +68,15 @@ double leadingNumber(QStringView text)
     bool ok = false;
     const double value = text.sliced(start, i - start).toDouble(&ok);
     return ok ? value : 0.0;
+}
+
+std::optional<int> wholeNumberWithin(QStringView text, int highest)
+{
+    // The default rounding mode rounds halves to even.
+    const double rounded = std::nearbyint(leadingNumber(text));
+    if (!(rounded >= 0 && rounded <= highest))
+        return std::nullopt;
+    return static_cast<int>(rounded);
 }
 
 }  // namespace velmor

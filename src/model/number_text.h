@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringView>
 
+#include <optional>
+
 namespace velmor {
 
 // A picture format reduced to what the program uses: how many integer digits
@@ -25,5 +27,9 @@ QString formatNumber(double value, NumberPicture picture);
 // point, an exponent. "10.0V" gives 10, "4mA" 4, "断开" 0; a text without a
 // leading number, or one too large for a double, gives 0.
 double leadingNumber(QStringView text);
+
+// A box's text read as a number and rounded to a whole one, halves to even;
+// nothing when that falls outside 0..highest.
+std::optional<int> wholeNumberWithin(QStringView text, int highest);
 
 }  // namespace velmor

@@ -50,6 +50,7 @@ inline constexpr Text kModuleInfoSend{"发送模块参数", "Send"};
 // Captions above the frame texts before a group tab is chosen.
 inline constexpr Text kSentCaption{"发送字符串", "Sent"};
 inline constexpr Text kReturnedCaption{"返回字符串", "Returned"};
+inline constexpr Text kReceivedCaption{"接收字符串", "Received"};
 // Once a group tab is chosen its captions read in Chinese whatever the
 // language: deliberate, kept.
 inline constexpr const char* kGroupSentCaptions[] = {"1-4通道发送字符串", "5-8通道发送字符串", "9-12通道发送字符串", "13-16通道发送字符串"};

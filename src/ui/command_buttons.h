@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/language.h"
+#include "object_names.h"
 
 #include <QList>
 #include <QPushButton>
@@ -17,7 +18,7 @@ QList<QPushButton*> groupButtons(const char* name, const Text (&captions)[4], La
 {
     QList<QPushButton*> buttons;
     for (int g = 0; g < 4; ++g) {
-        QPushButton* button = commandButton(QStringLiteral("%1[%2]").arg(QLatin1String(name)).arg(g), captions[g], language);
+        QPushButton* button = commandButton(arrayName(name, g), captions[g], language);
         QObject::connect(button, &QPushButton::clicked, button, [clicked, g] { clicked(g); });
         buttons.append(button);
     }

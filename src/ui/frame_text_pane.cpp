@@ -2,6 +2,7 @@
 
 #include "model/grid_texts.h"
 #include "model/window_texts.h"
+#include "object_names.h"
 #include "protocol/frame_text.h"
 
 #include <QFontDatabase>
@@ -10,7 +11,6 @@
 #include <QVBoxLayout>
 
 namespace velmor {
-namespace {
 
 QLabel* frameLabel(const QString& name, const Text& accessibleName, Language language)
 {
@@ -24,10 +24,6 @@ QLabel* frameLabel(const QString& name, const Text& accessibleName, Language lan
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     return label;
 }
-
-QString arrayName(const char* name, int i) { return QStringLiteral("%1[%2]").arg(QLatin1String(name)).arg(i); }
-
-}  // namespace
 
 FrameTextPane::FrameTextPane(const FrameTextNames& names, Language language, QWidget* parent)
     : QWidget(parent)
@@ -79,5 +75,7 @@ void FrameTextPane::selectGroup(int g)
 int FrameTextPane::shownGroup() const { return tabs_->currentIndex(); }
 
 void FrameTextPane::showSent(int g, QByteArrayView frame) { sent_.at(g)->setText(frameToText(frame)); }
+
+void FrameTextPane::showReturned(int g, QByteArrayView frame) { returned_.at(g)->setText(frameToText(frame)); }
 
 }  // namespace velmor

@@ -12,6 +12,10 @@ class QTabBar;
 
 namespace velmor {
 
+// A label that shows a frame as text: fixed pitch, selectable, room for the
+// four lines of a whole frame.
+QLabel* frameLabel(const QString& name, const Text& accessibleName, Language language);
+
 // The names of one pane's controls: its tab strip, its two captions and its
 // two label arrays.
 struct FrameTextNames {
@@ -40,6 +44,7 @@ public:
     void selectGroup(int g);
     int shownGroup() const;
     void showSent(int g, QByteArrayView frame);
+    void showReturned(int g, QByteArrayView frame);
 
 private:
     QTabBar* tabs_;

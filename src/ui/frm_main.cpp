@@ -3,10 +3,13 @@
 #include "config/config_file.h"
 #include "config/config_location.h"
 #include "file_chooser.h"
+#include "main_menus.h"
 #include "model/messages.h"
 #include "model/window_texts.h"
+#include "module_info_fields.h"
 #include "operation_panels.h"
 #include "port_search_bar.h"
+#include "protocol/rebuilt_frames.h"
 #include "widget_dialogs.h"
 
 #include <QCloseEvent>
@@ -47,7 +50,8 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
     , frames_(new QStackedWidget)
     , frame1_(new ChannelSetupPanel(language_))
     , frame2_(new AdjustPanel(language_))
-    , frame3_(new ModuleInfoPanel(language_))
+    , frame3_(new ModuleInfoPanel(state_, dialogs_, language_))
+    , menus_(new MainMenus(menuBar(), language_))
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(pick(win::kWindowTitle, language_));
@@ -63,7 +67,7 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
     layout->addWidget(tabStripCom_);
     layout->addWidget(buildFrames(), 1);
     setCentralWidget(centre);
-    buildMenus();
+    wireMenus();
     wirePanels();
 
     connect(bar_, &PortSearchBar::searchClicked, this, &frmMain::cmdSearch_Click);
@@ -95,41 +99,18 @@ QWidget* frmMain::buildFrames()
     return box;
 }
 
-void frmMain::buildFileMenu()
+void frmMain::wireMenus()
 {
-    QMenu* file = menuBar()->addMenu(pick(win::kMnuFile, language_));
-    file->setObjectName(QStringLiteral("MnuFile"));
-    const auto entry = [&](const char* name, const Text& caption, auto slot) {
-        QAction* action = file->addAction(pick(caption, language_), this, slot);
-        action->setObjectName(QLatin1String(name));
-        return action;
-    };
-    // Open and save wait while a flow runs: the record is in use.
-    commandActions_ << entry("MnuFile_Open", win::kMnuFileOpen, &frmMain::MnuFile_Open_Click)
-                    << entry("MnuFile_Save", win::kMnuFileSave, &frmMain::MnuFile_Save_Click)
-                    << entry("MnuFile_SaveAs", win::kMnuFileSaveAs, &frmMain::MnuFile_SaveAs_Click);
-    file->addSeparator();
-    entry("MnuFile_Exit", win::kMnuFileExit, &QWidget::close);
-}
-
-void frmMain::buildMenus()
-{
-    buildFileMenu();
-    QMenu* operate = menuBar()->addMenu(pick(win::kMnuOperate, language_));
-    operate->setObjectName(QStringLiteral("MnuOperate"));
-    const auto entry = [&](const char* name, const Text& caption, auto slot) {
-        QAction* action = operate->addAction(pick(caption, language_), this, slot);
-        action->setObjectName(QLatin1String(name));
-        commandActions_.append(action);
-        return action;
-    };
-    entry("MnuOperate_Search", win::kMnuOperateSearch, &frmMain::cmdSearch_Click);
-    moduleActions_ = {
-        entry("MnuOperate_Send", win::kMnuOperateSend, [this] { runFlow([this] { operations_.cmdFrame1Send(); }); }),
-        entry("MnuOperate_Read", win::kMnuOperateRead, [this] { runFlow([this] { operations_.cmdFrame3Receive(); }); }),
-        entry("MnuOperate_Balance", win::kMnuOperateBalance, [this] { runFlow([this] { operations_.cmdBalance(); }); }),
-    };
-    entry("MnuOperate_Beckon", win::kMnuOperateBeckon, [this] { runFlow([this] { operations_.beckon(); }); });
+    connect(menus_, &MainMenus::open, this, &frmMain::MnuFile_Open_Click);
+    connect(menus_, &MainMenus::save, this, &frmMain::MnuFile_Save_Click);
+    connect(menus_, &MainMenus::saveAs, this, &frmMain::MnuFile_SaveAs_Click);
+    connect(menus_, &MainMenus::exit, this, &QWidget::close);
+    connect(menus_, &MainMenus::search, this, &frmMain::cmdSearch_Click);
+    Operations& ops = operations_;
+    connect(menus_, &MainMenus::send, this, [this, &ops] { runFlow([&ops] { ops.cmdFrame1Send(); }); });
+    connect(menus_, &MainMenus::read, this, [this, &ops] { runFlow([&ops] { ops.cmdFrame3Receive(); }); });
+    connect(menus_, &MainMenus::balance, this, [this, &ops] { runFlow([&ops] { ops.cmdBalance(); }); });
+    connect(menus_, &MainMenus::beckon, this, [this, &ops] { runFlow([&ops] { ops.beckon(); }); });
 }
 
 void frmMain::wirePanels()
@@ -152,6 +133,8 @@ void frmMain::wirePanels()
     connect(frame3_, &OperationPanel::sendAll, this, flow([&ops] { ops.cmdFrame3Send(); }));
     connect(&operations_, &Operations::requestStarted, this, &frmMain::requestStarted);
     connect(&operations_, &Operations::requestEnded, this, &frmMain::requestEnded);
+    connect(&operations_.exchange(), &Exchange::replyStored, this, &frmMain::replyStored);
+    connect(&operations_, &Operations::moduleRefreshed, this, &frmMain::showModule);
 }
 
 OperationPanel* frmMain::panelOf(Panel panel) const
@@ -184,6 +167,37 @@ void frmMain::requestStarted(const Request& request, Panel panel, int group)
     }
 }
 
+void frmMain::replyStored(const Request& request, const QByteArray& frame)
+{
+    const ModuleRecord& record = state_.current();
+    const int group = request.bytes[kGroupOffset];
+    if (request.kind == ReplyKind::Short) {
+        // The balance's acknowledgement is shown as it came, under its request.
+        frame1_->pane()->showReturned(frame1_->pane()->shownGroup() == 0 ? 0 : 1, frame.first(kAckLength));
+    } else if (group < kGroupCalibrationFirst) {  // calibration frames are not shown
+        // The beckon's answer is rebuilt under its code 16 and so goes to
+        // the send label; every other reply under its reply code.
+        const quint8 code = request.command == kCmdBeckon ? kCmdBeckon : request.command + kReplyOffset;
+        const QByteArray rebuilt = rebuiltFrame(record, group, code);
+        const bool returned = code >= kFirstReplyCode;
+        if (group == kGroupInfo)
+            returned ? frame3_->showReturned(rebuilt) : frame3_->showSent(rebuilt);
+        else if (group < kGroupAdjustFirst)
+            returned ? frame1_->pane()->showReturned(group - kGroupChannelsFirst, rebuilt)
+                     : frame1_->pane()->showSent(group - kGroupChannelsFirst, rebuilt);
+        else
+            returned ? frame2_->pane()->showReturned(group - kGroupAdjustFirst, rebuilt)
+                     : frame2_->pane()->showSent(group - kGroupAdjustFirst, rebuilt);
+    }
+    showModule();
+}
+
+void frmMain::showModule()
+{
+    frame3_->fields()->showModule();
+    bar_->showAddress(state_.current().busAddress);
+}
+
 void frmMain::requestEnded(Panel panel)
 {
     tabStrip1_->setEnabled(true);
@@ -195,8 +209,7 @@ void frmMain::operationsEnabled(bool enabled)
     operationsOn_ = enabled;
     for (QWidget* frame : std::initializer_list<QWidget*>{frame1_, frame2_, frame3_})
         frame->setEnabled(enabled);
-    for (QAction* action : moduleActions_)
-        action->setEnabled(enabled);
+    menus_->setModulesFound(enabled);
 }
 
 void frmMain::TabStrip1_Click(int index)
@@ -217,7 +230,8 @@ void frmMain::Form_Load()
         dialogs_.showMessage(pick(msg::kTitle, language_), pick(msg::kNoComPort, language_));
     else
         state_.current().portNumber = static_cast<qint16>(bar_->selectedPortNumber());
-    bar_->showAddress(state_.current().busAddress);
+    showModule();
+    frame3_->fields()->clearBoxes();
 }
 
 template <typename Flow>
@@ -252,7 +266,7 @@ void frmMain::MnuFile_Open_Click()
     bar_->selectFirstPort();
     if (!ports_.isEmpty())
         state_.current().portNumber = static_cast<qint16>(bar_->selectedPortNumber());
-    bar_->showAddress(state_.current().busAddress);
+    showModule();
 }
 
 void frmMain::MnuFile_Save_Click() { save(configPath_); }
@@ -274,6 +288,7 @@ void frmMain::closeEvent(QCloseEvent* event)
 {
     if (flowRunning_) {
         closePending_ = true;
+        operations_.abandonAfterExchange();
         event->ignore();
         return;
     }
@@ -316,7 +331,7 @@ void frmMain::TabStripCom_Click(int index)
         return;
     tabStripCom_->setCurrentIndex(index);
     state_.currentModule = index;
-    bar_->showAddress(state_.current().busAddress);
+    showModule();
 }
 
 void frmMain::portsChanged(const QList<PortEntry>& ports)
@@ -356,6 +371,7 @@ void frmMain::cmbComPort_Click(int number)
 void frmMain::cmbModuleIndex_Click(int address)
 {
     state_.current().busAddress = static_cast<qint16>(address);
+    frame3_->fields()->showModule();
 }
 
 void frmMain::EnableCommands(bool enabled)
@@ -368,8 +384,7 @@ void frmMain::EnableCommands(bool enabled)
                                   static_cast<OperationPanel*>(frame3_)})
         for (QPushButton* button : panel->commands())
             button->setEnabled(enabled);
-    for (QAction* action : commandActions_)
-        action->setEnabled(enabled && (operationsOn_ || !moduleActions_.contains(action)));
+    menus_->setCommandsEnabled(enabled);
 }
 
 }  // namespace velmor

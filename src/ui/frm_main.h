@@ -12,7 +12,6 @@
 #include <memory>
 #include <optional>
 
-class QAction;
 class QStackedWidget;
 class QTabBar;
 
@@ -20,9 +19,10 @@ namespace velmor {
 
 class AdjustPanel;
 class ChannelSetupPanel;
+class FileChooser;
+class MainMenus;
 class ModuleInfoPanel;
 class OperationPanel;
-class FileChooser;
 class PortSearchBar;
 
 // The main window. It runs the flows of src/link and shows the module table;
@@ -56,18 +56,22 @@ public:
     void setConfigPath(const QString& path) { configPath_ = path; }
 
 protected:
-    // Closing saves as File > Save does; during a flow it waits for its end.
+    // Closing saves as File > Save does; during a flow it waits for the
+    // exchange in flight to end and sends nothing more.
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void buildMenus();
-    void buildFileMenu();
+    void wireMenus();
     void save(const QString& path);
     QWidget* buildFrames();
     void wirePanels();
     // The request's frame text, its group's tab, and its frame locked.
     void requestStarted(const Request& request, Panel panel, int group);
     void requestEnded(Panel panel);
+    // An accepted reply: its frame rebuilt from the record under its label,
+    // and everything that shows the module refreshed.
+    void replyStored(const Request& request, const QByteArray& frame);
+    void showModule();
     OperationPanel* panelOf(Panel panel) const;
     // The three frames and the Balance, Read and Send entries, after a search.
     void operationsEnabled(bool enabled);
@@ -105,9 +109,8 @@ private:
     ChannelSetupPanel* frame1_;
     AdjustPanel* frame2_;
     ModuleInfoPanel* frame3_;
+    MainMenus* menus_;
     bool operationsOn_ = true;
-    QList<QAction*> commandActions_;   // locked with the buttons
-    QList<QAction*> moduleActions_;    // Balance, Read, Send: only with modules found
 };
 
 }  // namespace velmor

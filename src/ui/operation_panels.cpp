@@ -2,9 +2,9 @@
 
 #include "command_buttons.h"
 #include "model/window_texts.h"
+#include "module_info_fields.h"
 #include "protocol/frame_text.h"
 
-#include <QFontDatabase>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -81,20 +81,25 @@ AdjustPanel::AdjustPanel(Language language)
                            command("cmdFrame2Send", win::kFrame2Send, &OperationPanel::sendAll)}));
 }
 
-ModuleInfoPanel::ModuleInfoPanel(Language language)
-    : OperationPanel("Frame3", win::kFrame3, language), lblModuleString_(new QLabel)
+ModuleInfoPanel::ModuleInfoPanel(SetupState& state, OperatorDialogs& dialogs, Language language)
+    : OperationPanel("Frame3", win::kFrame3, language)
+    , fields_(new ModuleInfoFields(state, dialogs, language))
+    , lblModuleString_(frameLabel(QStringLiteral("lblModuleString"), win::kSentFrameName, language))
+    , lblModuleReturnString_(frameLabel(QStringLiteral("lblModuleReturnString"), win::kReturnedFrameName, language))
 {
-    lblModuleString_->setObjectName(QStringLiteral("lblModuleString"));
-    lblModuleString_->setAccessibleName(pick(win::kSentFrameName, language));
-    lblModuleString_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    lblModuleString_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    auto* caption = new QLabel(pick(win::kSentCaption, language));
-    caption->setObjectName(QStringLiteral("Label6"));
-    caption->setBuddy(lblModuleString_);
+    auto* sentCaption = new QLabel(pick(win::kSentCaption, language));
+    sentCaption->setObjectName(QStringLiteral("Label6"));
+    sentCaption->setBuddy(lblModuleString_);
+    auto* returnedCaption = new QLabel(pick(win::kReceivedCaption, language));
+    returnedCaption->setObjectName(QStringLiteral("Label7"));
+    returnedCaption->setBuddy(lblModuleReturnString_);
 
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(caption);
+    layout->addWidget(fields_);
+    layout->addWidget(sentCaption);
     layout->addWidget(lblModuleString_);
+    layout->addWidget(returnedCaption);
+    layout->addWidget(lblModuleReturnString_);
     layout->addLayout(row({command("cmdModuleInfoReceive", win::kModuleInfoReceive, &OperationPanel::readInfo),
                            command("cmdModuleInfoSend", win::kModuleInfoSend, &OperationPanel::sendInfo),
                            command("cmdBeckon", win::kBeckon, &OperationPanel::beckon)}));
@@ -104,5 +109,7 @@ ModuleInfoPanel::ModuleInfoPanel(Language language)
 }
 
 void ModuleInfoPanel::showSent(QByteArrayView frame) { lblModuleString_->setText(frameToText(frame)); }
+
+void ModuleInfoPanel::showReturned(QByteArrayView frame) { lblModuleReturnString_->setText(frameToText(frame)); }
 
 }  // namespace velmor

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "frame_text_pane.h"
+#include "link/operator_dialogs.h"
 #include "model/language.h"
+#include "model/module_table.h"
 
 #include <QGroupBox>
 #include <QList>
@@ -11,6 +13,8 @@ class QLayout;
 class QPushButton;
 
 namespace velmor {
+
+class ModuleInfoFields;
 
 // One of the three frames that TabStrip1 shows in turn. Each holds command
 // buttons, which the window locks together, and reports clicks as signals.
@@ -70,11 +74,15 @@ private:
 class ModuleInfoPanel : public OperationPanel {
     Q_OBJECT
 public:
-    explicit ModuleInfoPanel(Language language);
+    ModuleInfoPanel(SetupState& state, OperatorDialogs& dialogs, Language language);
+    ModuleInfoFields* fields() const { return fields_; }
     void showSent(QByteArrayView frame);
+    void showReturned(QByteArrayView frame);
 
 private:
+    ModuleInfoFields* fields_;
     QLabel* lblModuleString_;
+    QLabel* lblModuleReturnString_;
 };
 
 }  // namespace velmor

@@ -20,6 +20,8 @@ private slots:
     void leadingNumber_data();
     void leadingNumber();
     void cutoffTextReadsBackToItsValue();
+    void wholeNumberWithin_data();
+    void wholeNumberWithin();
 };
 
 namespace {
@@ -149,6 +151,34 @@ void NumberTextTest::cutoffTextReadsBackToItsValue()
 {
     QCOMPARE(velmor::leadingNumber(formatNumber(50000.0 / 51, kCutoffPicture)), 980.39216);
     QCOMPARE(velmor::leadingNumber(formatNumber(0.5, kCutoffPicture)), 0.5);
+}
+
+void NumberTextTest::wholeNumberWithin_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("highest");
+    QTest::addColumn<int>("expected");  // -1: refused
+    QTest::newRow("top of the module number") << "65535" << 65535 << 65535;
+    QTest::newRow("one past it") << "65536" << 65535 << -1;
+    QTest::newRow("version 255") << "255" << 255 << 255;
+    QTest::newRow("version 256") << "256" << 255 << -1;
+    QTest::newRow("half rounds to even, down") << "2.5" << 255 << 2;
+    QTest::newRow("half rounds to even, up") << "3.5" << 255 << 4;
+    QTest::newRow("255.5 rounds to 256") << "255.5" << 255 << -1;
+    QTest::newRow("254.5 rounds to 254") << "254.5" << 255 << 254;
+    QTest::newRow("empty reads as 0") << "" << 255 << 0;
+    QTest::newRow("leading number of a pasted text") << "12ab" << 255 << 12;
+    QTest::newRow("negative") << "-1" << 255 << -1;
+    QTest::newRow("minus a half rounds to zero") << "-0.5" << 255 << 0;
+    QTest::newRow("huge") << "1e300" << 65535 << -1;
+}
+
+void NumberTextTest::wholeNumberWithin()
+{
+    QFETCH(QString, text);
+    QFETCH(int, highest);
+    QFETCH(int, expected);
+    QCOMPARE(velmor::wholeNumberWithin(text, highest).value_or(-1), expected);
 }
 
 QTEST_APPLESS_MAIN(NumberTextTest)

@@ -152,10 +152,13 @@ void FileMenuTest::closeDuringAFlowWaitsForItThenSaves()
     QVERIFY(requestsAtClose > 0);
     QVERIFY(!closedDuringFlow);
     QVERIFY(!rig.window.isVisible());
-    // The whole read ran to its end, then the window saved what it had read.
-    QCOMPARE(line.requests().size(), 17);
+    // The exchange in flight at the close ran to its end and nothing went out
+    // after it (its request may not have reached the line's log at the
+    // moment of the close), then the window saved what it had read so far.
+    QVERIFY(line.requests().size() <= requestsAtClose + 1);
+    QVERIFY(line.requests().size() < 17);
+    QVERIFY(rig.dialogs.messages.isEmpty());
     QCOMPARE(fileBytes(rig.window.configPath()), storedImage(rig.window.state().current()));
-    VELMOR_VERIFY_SAME(wholeReadDifference(rig.window.state().current(), line.module(2).memory()));
 }
 
 QTEST_MAIN(FileMenuTest)

@@ -5,6 +5,7 @@
 #include "window_rig.h"
 #include "protocol/frame.h"
 #include "protocol/frame_text.h"
+#include "protocol/rebuilt_frames.h"
 #include "protocol/requests.h"
 
 #include <QAction>
@@ -22,20 +23,6 @@ using namespace velmor::testing;
 namespace {
 
 QPushButton* button(QWidget& window, const char* name) { return child<QPushButton>(window, name); }
-
-// The window with the line's port and the module's address chosen, as an
-// operator picks them in the two lists.
-void choose(frmMain& window, const SimLine& line, int address)
-{
-    auto* ports = child<QComboBox>(window, QStringLiteral("cmbComPort"));
-    const int port = ports->findText(line.portName());
-    ports->setCurrentIndex(port);
-    emit ports->activated(port);
-    auto* addresses = child<QComboBox>(window, QStringLiteral("cmbModuleIndex"));
-    const int index = addresses->findData(address);
-    addresses->setCurrentIndex(index);
-    emit addresses->activated(index);
-}
 
 struct Counts {
     int channels = 0;
@@ -116,7 +103,7 @@ void OperationFramesTest::writeChainsSendOneRequestPerGroupAndTwoPerPair()
     SimLine line({{3, modelCode}}, Pacing::Fast, QStringLiteral("SIM1"));
     WindowRig rig;
     frmMain& window = rig.window;
-    choose(window, line, 3);
+    chooseModule(window, line, 3);
     QTest::mouseClick(button(window, "cmdFrame3Receive"), Qt::LeftButton);
     QCOMPARE(window.state().current().channelCount, qint16(groups * 4));
 
@@ -140,14 +127,31 @@ void OperationFramesTest::aGroupButtonShowsTheFrameItSends()
     SimLine line({{2, 2}}, Pacing::Fast, QStringLiteral("SIM1"));
     WindowRig rig;
     frmMain& window = rig.window;
-    choose(window, line, 2);
+    chooseModule(window, line, 2);
     QTest::mouseClick(button(window, "cmdReceive[1]"), Qt::LeftButton);
     QCOMPARE(child<QTabBar>(window, QStringLiteral("TabStripOperate"))->currentIndex(), 1);
     QCOMPARE(child<QLabel>(window, QStringLiteral("lblModuleOperateString[1]"))->text(), QStringLiteral("AA  AA  03  02  11  02  15  "));
     QCOMPARE(line.requests(), QList<QByteArray>{readChannelGroupRequest(window.state().current(), 1).frame()});
-    // The beckon goes to 255 whatever module is chosen, and shows in Frame3.
+    // The return label shows the group rebuilt from what was stored, under
+    // the reply code: the module's own reply again.
+    QCOMPARE(line.replies().size(), 1);
+    QCOMPARE(child<QLabel>(window, QStringLiteral("lblModuleOperateReturnString[1]"))->text(), frameToText(line.replies().first()));
+    QCOMPARE(line.replies().first().at(4), char(0x41));
+    // The beckon goes to 255 whatever module is chosen, and shows in Frame3
+    // until its answer comes: the information rebuilt under code 16, which
+    // puts FF in byte 4, on the send label.
+    line.clearFrames();
     QTest::mouseClick(button(window, "cmdBeckon"), Qt::LeftButton);
-    QCOMPARE(child<QLabel>(window, QStringLiteral("lblModuleString"))->text(), QStringLiteral("AA  AA  03  FF  10  00  0F  "));
+    QCOMPARE(line.requests(), QList<QByteArray>{QByteArray::fromHex("AAAA03FF10000F")});
+    const QByteArray rebuilt = rebuiltFrame(window.state().current(), 0, kCmdBeckon);
+    QCOMPARE(rebuilt.first(6), QByteArray::fromHex("AAAA33FFFF00"));
+    QCOMPARE(child<QLabel>(window, QStringLiteral("lblModuleString"))->text(), frameToText(rebuilt));
+    QCOMPARE(child<QLabel>(window, QStringLiteral("lblModuleReturnString"))->text(), QString());
+    // A read of the information shows its answer on the return label.
+    QTest::mouseClick(button(window, "cmdModuleInfoReceive"), Qt::LeftButton);
+    QCOMPARE(child<QLabel>(window, QStringLiteral("lblModuleString"))->text(), QStringLiteral("AA  AA  03  02  11  00  13  "));
+    QCOMPARE(child<QLabel>(window, QStringLiteral("lblModuleReturnString"))->text(),
+             frameToText(rebuiltFrame(window.state().current(), 0, kCmdRead + kReplyOffset)));
     // Sending everything ends with eight calibration writes, which are not
     // shown: the adjust frame still shows the last adjust block sent.
     QTest::mouseClick(button(window, "cmdFrame1Send"), Qt::LeftButton);
@@ -188,7 +192,7 @@ void OperationFramesTest::everyCommandIsLockedUntilTheExchangeEnds()
         line.addFault(6, static_cast<sim::FaultKind>(fault));
     WindowRig rig;
     frmMain& window = rig.window;
-    choose(window, line, 6);
+    chooseModule(window, line, 6);
     QList<bool> anyEnabled;
     QTimer probe;
     connect(&probe, &QTimer::timeout, [&] {

@@ -5,6 +5,7 @@
 #include "ui/frm_main.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QTemporaryDir>
 #include <QWidget>
 
@@ -28,6 +29,20 @@ template <typename T>
 T* child(QWidget& window, const char* name)
 {
     return child<T>(window, QString::fromLatin1(name));
+}
+
+// The window with the line's port and the module's address chosen, as an
+// operator picks them in the two lists.
+inline void chooseModule(frmMain& window, const SimLine& line, int address)
+{
+    auto* ports = child<QComboBox>(window, QStringLiteral("cmbComPort"));
+    const int port = ports->findText(line.portName());
+    ports->setCurrentIndex(port);
+    emit ports->activated(port);
+    auto* addresses = child<QComboBox>(window, QStringLiteral("cmbModuleIndex"));
+    const int index = addresses->findData(address);
+    addresses->setCurrentIndex(index);
+    emit addresses->activated(index);
 }
 
 // File dialogs answered with the names the test sets; empty is Cancel.

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "model/language.h"
+
+#include <QList>
+#include <QObject>
+
+class QAction;
+class QMenuBar;
+
+namespace velmor {
+
+// The File, Operate and Help menus. Entries that start an exchange or touch
+// the record are locked with the buttons; Balance, Read and Send only work
+// once modules have been found.
+class MainMenus : public QObject {
+    Q_OBJECT
+public:
+    MainMenus(QMenuBar* bar, Language language);
+
+    void setCommandsEnabled(bool enabled);
+    void setModulesFound(bool found);
+
+signals:
+    void open();
+    void save();
+    void saveAs();
+    void exit();
+    void search();
+    void send();
+    void read();
+    void balance();
+    void beckon();
+    void helpContent();
+    void about();
+
+private:
+    void refresh();
+
+    QList<QAction*> commandActions_;
+    QList<QAction*> moduleActions_;
+    bool commandsOn_ = true;
+    bool modulesFound_ = true;
+};
+
+}  // namespace velmor

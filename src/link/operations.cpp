@@ -41,12 +41,12 @@ bool Operations::single(const Request& request, Panel panel, int group)
         dialogs_.showMessage(pick(title, language), pick(msg::kOpenComPortFail, language));
         exchange_.abandon();
         emit commandsEnabled(true);
-        emit requestEnded(panel);
+        emit requestEnded(panel, false);
         return false;
     }
     exchange_.wait();
     emit commandsEnabled(true);
-    emit requestEnded(panel);
+    emit requestEnded(panel, true);
     return !exchange_.replyFailed();
 }
 

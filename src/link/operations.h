@@ -62,8 +62,9 @@ signals:
     // A request is about to go out: the window selects the group's tab, locks
     // the panel and shows the frame (calibration frames are not shown).
     void requestStarted(const velmor::Request& request, velmor::Panel panel, int group);
-    // The exchange is over; the window unlocks the panel.
-    void requestEnded(velmor::Panel panel);
+    // The exchange is over, or never began because the port would not open;
+    // the window unlocks the panel.
+    void requestEnded(velmor::Panel panel, bool portOpened);
     // The module's record changed as a whole (model, channel count, grids).
     void moduleRefreshed();
 

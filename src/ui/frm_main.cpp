@@ -10,6 +10,7 @@
 #include "operation_panels.h"
 #include "port_search_bar.h"
 #include "protocol/rebuilt_frames.h"
+#include "twips.h"
 #include "widget_dialogs.h"
 
 #include <QCloseEvent>
@@ -54,6 +55,8 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
     , menus_(new MainMenus(menuBar(), language_))
 {
     setObjectName(QStringLiteral("frmMain"));
+    // Form_Resize's first rule: never narrower than 8000 twips.
+    setMinimumWidth(twipsToPixels(twips::kMinimumWidth, this));
     setWindowTitle(pick(win::kWindowTitle, language_));
     state_.languageMode = languageMode;
 
@@ -63,6 +66,9 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
 
     auto* centre = new QWidget;
     auto* layout = new QVBoxLayout(centre);
+    // The module tabs span the inner width less 210 twips, centred.
+    const int side = twipsToPixels(twips::kModuleTabsMargin, this) / 2;
+    layout->setContentsMargins(side, side, twipsToPixels(twips::kModuleTabsMargin, this) - side, side);
     layout->addWidget(bar_);
     layout->addWidget(tabStripCom_);
     layout->addWidget(buildFrames(), 1);
@@ -93,7 +99,11 @@ QWidget* frmMain::buildFrames()
 
     auto* box = new QWidget;
     auto* layout = new QVBoxLayout(box);
-    layout->setContentsMargins(0, 0, 0, 0);
+    // The frames start 240 twips from the window's left edge and span its
+    // inner width less 455 twips.
+    const int outer = twipsToPixels(twips::kModuleTabsMargin, this);
+    const int left = twipsToPixels(twips::kFrameLeft, this) - outer / 2;
+    layout->setContentsMargins(left, 0, twipsToPixels(twips::kFrameMargin, this) - outer - left, 0);
     layout->addWidget(tabStrip1_);
     layout->addWidget(frames_, 1);
     return box;
@@ -198,10 +208,19 @@ void frmMain::showModule()
     bar_->showAddress(state_.current().busAddress);
 }
 
-void frmMain::requestEnded(Panel panel)
+void frmMain::requestEnded(Panel panel, bool portOpened)
 {
     tabStrip1_->setEnabled(true);
-    panelOf(panel)->setEnabled(operationsOn_);
+    if (portOpened) {
+        panelOf(panel)->setEnabled(operationsOn_);
+        return;
+    }
+    // After a port that would not open the frames come back as the original
+    // left them: Frame1 and Frame2 enabled, Frame3 disabled, whichever frame
+    // sent. Deliberate, kept.
+    frame1_->setEnabled(true);
+    frame2_->setEnabled(true);
+    frame3_->setEnabled(false);
 }
 
 void frmMain::operationsEnabled(bool enabled)

@@ -67,7 +67,7 @@ private:
     void wirePanels();
     // The request's frame text, its group's tab, and its frame locked.
     void requestStarted(const Request& request, Panel panel, int group);
-    void requestEnded(Panel panel);
+    void requestEnded(Panel panel, bool portOpened);
     // An accepted reply: its frame rebuilt from the record under its label,
     // and everything that shows the module refreshed.
     void replyStored(const Request& request, const QByteArray& frame);

@@ -11,6 +11,8 @@
 #include <QPushButton>
 #include <QTabBar>
 #include <QTest>
+
+#include <cmath>
 #include <QTimer>
 
 using namespace velmor;
@@ -43,6 +45,8 @@ private slots:
     void captionsFollowTheLanguage();
     void portChooserFollowsPortsThatComeAndGo();
     void portsWaitWhileAFlowRuns();
+    void widthsFollowTheWindowInTwips_data();
+    void widthsFollowTheWindowInTwips();
 };
 
 void MainWindowTest::searchOfTwoLinesGivesOneTabPerModuleInOrder()
@@ -173,6 +177,32 @@ void MainWindowTest::portsWaitWhileAFlowRuns()
     QTest::mouseClick(child<QPushButton>(window, "cmdSearch"), Qt::LeftButton);
     QCOMPARE(countsDuringSearch, QList<int>{before});
     QCOMPARE(ports->count(), before + 1);  // applied as soon as the search was over
+}
+
+void MainWindowTest::widthsFollowTheWindowInTwips_data()
+{
+    QTest::addColumn<int>("languageMode");
+    QTest::addColumn<int>("width");  // asked for, in pixels
+    QTest::newRow("narrower than the minimum, English") << kEnglish << 300;
+    QTest::newRow("narrower than the minimum, Chinese") << kChinese << 300;
+    QTest::newRow("wide") << kEnglish << 1100;
+    QTest::newRow("wider") << kChinese << 1500;
+}
+
+void MainWindowTest::widthsFollowTheWindowInTwips()
+{
+    QFETCH(int, languageMode);
+    QFETCH(int, width);
+    WindowRig rig(languageMode);
+    frmMain& window = rig.window;
+    const auto px = [&](int twips) { return int(std::lround(twips * window.logicalDpiX() / 1440.0)); };
+    window.resize(width, 700);
+    QTRY_COMPARE(window.width(), std::max(width, px(8000)));
+    const int inner = window.centralWidget()->width();
+    QCOMPARE(inner, window.width());
+    QCOMPARE(child<QWidget>(window, "Frame1")->width(), inner - px(455));
+    QCOMPARE(child<QWidget>(window, "TabStripCom")->width(), inner - px(210));
+    QCOMPARE(child<QWidget>(window, "Frame1")->mapTo(&window, QPoint(0, 0)).x(), px(240));
 }
 
 QTEST_MAIN(MainWindowTest)

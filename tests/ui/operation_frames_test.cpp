@@ -67,6 +67,9 @@ private slots:
     void everyCommandIsLockedUntilTheExchangeEnds_data();
     void everyCommandIsLockedUntilTheExchangeEnds();
     void anEmptySearchTurnsTheFramesOff();
+    void aFailedOpenIsToldAndLeavesTheFramesAsTheOriginalDid_data();
+    void aFailedOpenIsToldAndLeavesTheFramesAsTheOriginalDid();
+    void cancelOnOnlyOneModuleSendsNothing();
 };
 
 void OperationFramesTest::chosenGroupTabShowsOnlyItsLabels()
@@ -220,6 +223,64 @@ void OperationFramesTest::anEmptySearchTurnsTheFramesOff()
     for (const char* entry : {"MnuOperate_Read", "MnuOperate_Send", "MnuOperate_Balance"})
         QVERIFY2(!child<QAction>(window, QLatin1String(entry))->isEnabled(), entry);
     QVERIFY(child<QAction>(window, QStringLiteral("MnuOperate_Search"))->isEnabled());
+}
+
+void OperationFramesTest::aFailedOpenIsToldAndLeavesTheFramesAsTheOriginalDid_data()
+{
+    QTest::addColumn<int>("languageMode");
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("read, English") << kEnglish << "cmdModuleInfoReceive" << "Error" << "Open COM port fail.";
+    QTest::newRow("group send, English") << kEnglish << "cmdNoOperateSend[2]" << "Error" << "Open COM port fail.";
+    QTest::newRow("balance, English") << kEnglish << "cmdBalance" << "Module setup" << "Open COM port fail.";
+    QTest::newRow("read, Chinese") << kChinese << "cmdReceive[0]" << "模块参数设置" << "打开串口失败。";
+    QTest::newRow("balance, Chinese") << kChinese << "cmdBalance" << "模块参数设置" << "打开串口失败。";
+}
+
+void OperationFramesTest::aFailedOpenIsToldAndLeavesTheFramesAsTheOriginalDid()
+{
+    QFETCH(int, languageMode);
+    QFETCH(QString, command);
+    QFETCH(QString, title);
+    QFETCH(QString, text);
+    WindowRig rig(languageMode);
+    // A port number that no listed port has.
+    rig.window.state().current().portNumber = 99;
+    QTest::mouseClick(child<QPushButton>(rig.window, command), Qt::LeftButton);
+    QCOMPARE(rig.dialogs.messages.size(), 1);
+    QCOMPARE(rig.dialogs.messages.first().first, title);
+    QCOMPARE(rig.dialogs.messages.first().second, text);
+    QVERIFY(child<QWidget>(rig.window, "Frame1")->isEnabled());
+    QVERIFY(child<QWidget>(rig.window, "Frame2")->isEnabled());
+    QVERIFY(!child<QWidget>(rig.window, "Frame3")->isEnabled());
+    QVERIFY(child<QWidget>(rig.window, "TabStrip1")->isEnabled());
+    // Every command is unlocked again; those in Frame3 stay greyed with it.
+    auto* frame3 = child<QWidget>(rig.window, "Frame3");
+    for (QWidget* control : commandControls(rig.window))
+        QVERIFY2(control->isEnabled() != frame3->isAncestorOf(control), qPrintable(control->objectName()));
+    // The request was shown before the port was tried.
+    if (command == QStringLiteral("cmdModuleInfoReceive"))
+        QCOMPARE(child<QLabel>(rig.window, "lblModuleString")->text(), QStringLiteral("AA  AA  03  00  11  00  11  "));
+}
+
+void OperationFramesTest::cancelOnOnlyOneModuleSendsNothing()
+{
+    SimLine line({{2, 2}}, Pacing::Fast, QStringLiteral("SIM1"));
+    WindowRig rig;
+    chooseModule(rig.window, line, 2);
+    rig.dialogs.answer = false;
+    QTest::mouseClick(button(rig.window, "cmdFrame3Send"), Qt::LeftButton);
+    QCOMPARE(rig.dialogs.questions.size(), 1);
+    QCOMPARE(rig.dialogs.questions.first().first, QStringLiteral("Module Setup"));
+    QCOMPARE(rig.dialogs.questions.first().second, QStringLiteral("Only one module."));
+    QTest::qWait(100);
+    QVERIFY(line.requests().isEmpty());
+    QCOMPARE(child<QLabel>(rig.window, "lblModuleString")->text(), QString());
+    rig.dialogs.answer = true;
+    QTest::mouseClick(button(rig.window, "cmdFrame3Send"), Qt::LeftButton);
+    QCOMPARE(line.requests().size(), 1);
+    QCOMPARE(line.requests().first().first(6), QByteArray::fromHex("AAAA33FF1200"));
 }
 
 QTEST_MAIN(OperationFramesTest)

@@ -35,6 +35,12 @@ inline constexpr Text kChannelHeadings[] = {
     {"积分", "Integral"},
 };
 
+// Column 3 of the channel grid: whether the channel takes part in the
+// automatic balance (its bit of the module's mask). Marks rather than words,
+// so that the column stays as narrow as its heading.
+inline constexpr Text kAutoBalanceChosen{"●", "●"};
+inline constexpr Text kAutoBalanceLeftOut{"○", "○"};
+
 // Tabs of the channel groups, rebuilt when a module's model is known; the same
 // Chinese captions in both languages, on purpose.
 inline constexpr Text kChannelGroupTabs[] = {

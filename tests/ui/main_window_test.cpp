@@ -3,6 +3,7 @@
 // the operator-dialog interface.
 
 #include "window_rig.h"
+#include "model/locale_language.h"
 
 #include <QComboBox>
 #include <QMenu>
@@ -42,6 +43,7 @@ private slots:
     void emptySearchReportsNoModule();
     void theWindowIsLockedWhileTheSearchRuns();
     void aModuleTabMakesItsModuleCurrent();
+    void captionsFollowTheLanguage_data();
     void captionsFollowTheLanguage();
     void portChooserFollowsPortsThatComeAndGo();
     void portsWaitWhileAFlowRuns();
@@ -123,21 +125,39 @@ void MainWindowTest::aModuleTabMakesItsModuleCurrent()
     QCOMPARE(child<QComboBox>(window, "cmbModuleIndex")->currentText(), QStringLiteral("5"));
 }
 
+void MainWindowTest::captionsFollowTheLanguage_data()
+{
+    QTest::addColumn<int>("localeId");
+    QTest::addColumn<bool>("chinese");
+    QTest::newRow("2052 Chinese, PRC") << 2052 << true;
+    QTest::newRow("1033 English, US") << 1033 << false;
+    QTest::newRow("1028 Chinese, Taiwan: English, deliberately") << 1028 << false;
+    QTest::newRow("1041 Japanese, not listed: Chinese") << 1041 << true;
+}
+
 void MainWindowTest::captionsFollowTheLanguage()
 {
+    QFETCH(int, localeId);
+    QFETCH(bool, chinese);
     RecordingDialogs dialogs;
-    frmMain english(kEnglish, &dialogs);
-    QCOMPARE(child<QPushButton>(english, "cmdSearch")->text(), QStringLiteral("&Search"));
-    QCOMPARE(child<QMenu>(english, "MnuOperate")->title(), QStringLiteral("&Operate"));
-    QCOMPARE(action(english, "MnuOperate_Search")->text(), QStringLiteral("&Search"));
-    QCOMPARE(english.windowTitle(), QStringLiteral("Velmor"));
-    frmMain chinese(kChinese, &dialogs);
-    QCOMPARE(child<QPushButton>(chinese, "cmdSearch")->text(), QStringLiteral("搜索模块(&S)"));
-    QCOMPARE(child<QMenu>(chinese, "MnuOperate")->title(), QStringLiteral("操作(&O)"));
-    QCOMPARE(action(chinese, "MnuOperate_Search")->text(), QStringLiteral("搜索(&S)"));
+    frmMain window(languageModeForLocaleId(localeId), &dialogs);
+    const auto either = [&](const char* zh, const char* en) { return QString::fromUtf8(chinese ? zh : en); };
+    QCOMPARE(child<QPushButton>(window, "cmdSearch")->text(), either("搜索模块(&S)", "&Search"));
+    QCOMPARE(child<QMenu>(window, "MnuFile")->title(), either("文件(&F)", "&File"));
+    QCOMPARE(child<QMenu>(window, "MnuOperate")->title(), either("操作(&O)", "&Operate"));
+    QCOMPARE(child<QMenu>(window, "MnuHelp")->title(), either("帮助(&H)", "&Help"));
+    QCOMPARE(action(window, "MnuOperate_Search")->text(), either("搜索(&S)", "&Search"));
+    QCOMPARE(action(window, "MnuOperate_Send")->text(), either("发送(&T)", "Send(&T)"));
+    QCOMPARE(action(window, "MnuHelp_Content")->text(), either("内容(&C)", "&Content"));
+    QCOMPARE(action(window, "MnuHelp_About")->text(), either("关于...(&A)", "&About..."));
+    QCOMPARE(child<QPushButton>(window, "cmdBalance")->text(), either("桥路平衡", "Balance"));
+    QCOMPARE(child<QPushButton>(window, "cmdReceive[1]")->text(), either("读取5-8通道", "Read"));
+    QCOMPARE(child<QWidget>(window, "Frame3")->property("title").toString(), either("模块信息", "Module Information"));
+    QCOMPARE(window.windowTitle(), QStringLiteral("Velmor"));
     // Controls without a caption of their own are named for assistive tools.
-    for (const char* name : {"cmbComPort", "cmbModuleIndex", "ProgressBarModule", "TabStripCom"})
-        QVERIFY2(!chinese.findChild<QWidget*>(QLatin1String(name))->accessibleName().isEmpty(), name);
+    for (const char* name : {"cmbComPort", "cmbModuleIndex", "ProgressBarModule", "TabStripCom", "TabStrip1",
+                             "TabStripOperate", "TabStripNoOperate", "lblModuleString", "lblModuleOperateString[0]"})
+        QVERIFY2(!window.findChild<QWidget*>(QLatin1String(name))->accessibleName().isEmpty(), name);
 }
 
 void MainWindowTest::portChooserFollowsPortsThatComeAndGo()

@@ -1,0 +1,172 @@
+#include "grid_cells.h"
+
+#include "model/grid_texts.h"
+#include "model/number_text.h"
+#include "model/parameters.h"
+#include "model/reference.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace velmor {
+
+namespace {
+
+// The parameter behind each of the channel grid's columns 1 to 10; column 3
+// (automatic balance) reads the mask instead.
+struct ParameterColumn {
+    int column;
+    Parameter parameter;
+};
+
+constexpr ParameterColumn kParameterColumns[] = {
+    {1, Parameter::Excitation}, {2, Parameter::Balance},    {4, Parameter::Coupling},
+    {5, Parameter::Gain},       {6, Parameter::Cutoff},     {7, Parameter::Hold},
+    {8, Parameter::ZeroAdjust}, {9, Parameter::GainAdjust}, {10, Parameter::Integral},
+};
+static_assert(std::size(grid::kChannelHeadings) == kLastParameterColumn);
+
+constexpr int kLastReferenceColumn = kFirstReferenceColumn + static_cast<int>(std::size(kReferenceColumns)) - 1;
+
+// Adjust and coefficient grids: four entries of each table are shown...
+constexpr int kShownEntries = 4;
+// ...except the gain coefficients of "TM-B8", which keeps eleven of them.
+constexpr int kWideGainCoefModel = 3;
+constexpr int kWideGainCoefEntries = 11;
+
+constexpr NumberPicture kHundredthsPicture{1, 2, 2};  // "0.00"
+constexpr NumberPicture kTenthsPicture{1, 1, 1};      // "0.0"
+
+// A channel count read from a module or a file may be anything; the grids
+// never show more than the wired channels.
+int shownChannels(const ModuleRecord& record)
+{
+    return std::clamp<int>(record.channelCount, 0, kWiredChannels);
+}
+
+QString channelName(int channel, Language language)
+{
+    return pick(grid::kChannelPrefix, language) + QString::number(channel + 1);
+}
+
+void appendNumbered(QStringList& headings, const Text& heading, int count, Language language)
+{
+    for (int i = 1; i <= count; ++i)
+        headings << pick(heading, language) + QString::number(i);
+}
+
+qint32 entry(const Table17& table, int index)
+{
+    return table[static_cast<size_t>(index)];
+}
+
+const ChannelRecord& channelAt(const ModuleRecord& record, int channel)
+{
+    return record.channels[static_cast<size_t>(channel)];
+}
+
+}  // namespace
+
+QString channelCellText(const ModuleRecord& record, int channel, int column, qint32 balanceMask,
+                        Language language)
+{
+    if (channel < 0 || channel >= kWiredChannels)
+        return QString();
+    if (column == kChannelNameColumn)
+        return channelName(channel, language);
+    if (column == kAutoBalanceColumn) {
+        const bool chosen = (static_cast<quint32>(balanceMask) >> channel) & 1u;
+        return pick(chosen ? grid::kAutoBalanceChosen : grid::kAutoBalanceLeftOut, language);
+    }
+    for (const ParameterColumn& p : kParameterColumns)
+        if (p.column == column)
+            return parameterText(p.parameter, record, channel, language);
+    if (hasReferenceColumns(record.modelCode) && column >= kFirstReferenceColumn && column <= kLastReferenceColumn)
+        return referenceCell(kReferenceColumns[column - kFirstReferenceColumn], channelAt(record, channel), language);
+    return QString();
+}
+
+GridCells channelGridCells(const ModuleRecord& record, Language language, qint32 balanceMask)
+{
+    GridCells cells;
+    cells.headings << pick(grid::kChannelPrefix, language);
+    for (const Text& heading : grid::kChannelHeadings)
+        cells.headings << pick(heading, language);
+    int lastColumn = kLastParameterColumn;
+    if (hasReferenceColumns(record.modelCode)) {
+        for (ReferenceColumn column : kReferenceColumns)
+            cells.headings << referenceHeader(column, language);
+        for (int c = kFirstReferenceColumn; c <= kLastReferenceColumn; ++c)
+            cells.greyColumns << c;
+        lastColumn = kLastReferenceColumn;
+    }
+    for (int channel = 0; channel < shownChannels(record); ++channel) {
+        QStringList row;
+        for (int column = 0; column <= lastColumn; ++column)
+            row << channelCellText(record, channel, column, balanceMask, language);
+        cells.rows << row;
+    }
+    return cells;
+}
+
+QString adjustCellText(const ChannelRecord& channel, int column)
+{
+    if (column >= 1 && column <= kShownEntries)
+        return QString::number(entry(channel.zeroAdjustTable, column - 1));
+    if (column > kShownEntries && column <= 2 * kShownEntries)
+        return QString::number(entry(channel.gainAdjustTable, column - 1 - kShownEntries));
+    return QString();
+}
+
+GridCells adjustGridCells(const ModuleRecord& record, Language language)
+{
+    GridCells cells;
+    cells.headings << pick(grid::kChannelPrefix, language);
+    appendNumbered(cells.headings, grid::kZeroAdjustHeading, kShownEntries, language);
+    appendNumbered(cells.headings, grid::kGainAdjustHeading, kShownEntries, language);
+    for (int channel = 0; channel < shownChannels(record); ++channel) {
+        QStringList row{channelName(channel, language)};
+        for (int column = 1; column <= 2 * kShownEntries; ++column)
+            row << adjustCellText(channelAt(record, channel), column);
+        cells.rows << row;
+    }
+    return cells;
+}
+
+int gainCoefColumns(int modelCode)
+{
+    return modelCode == kWideGainCoefModel ? kWideGainCoefEntries : kShownEntries;
+}
+
+int zeroCoefColumns(int modelCode)
+{
+    return modelCode == kWideGainCoefModel ? 0 : kShownEntries;
+}
+
+QString calibrationCellText(int modelCode, const ChannelRecord& channel, int column)
+{
+    const int gains = gainCoefColumns(modelCode);
+    if (column >= 1 && column <= gains)
+        return formatNumber(entry(channel.gainCoef, column - 1) / 100.0, kHundredthsPicture);
+    if (column > gains && column <= gains + zeroCoefColumns(modelCode))
+        return formatNumber(entry(channel.zeroCoef, column - 1 - gains) / 10.0, kTenthsPicture);
+    return QString();
+}
+
+GridCells calibrationGridCells(const ModuleRecord& record, Language language)
+{
+    const int columns = gainCoefColumns(record.modelCode) + zeroCoefColumns(record.modelCode);
+    GridCells cells;
+    cells.headings << pick(grid::kChannelPrefix, language);
+    appendNumbered(cells.headings, grid::kGainCoefHeading, gainCoefColumns(record.modelCode), language);
+    appendNumbered(cells.headings, grid::kZeroCoefHeading, zeroCoefColumns(record.modelCode), language);
+    for (int channel = 0; channel < shownChannels(record); ++channel) {
+        QStringList row{channelName(channel, language)};
+        for (int column = 1; column <= columns; ++column)
+            row << calibrationCellText(record.modelCode, channelAt(record, channel), column);
+        cells.rows << row;
+    }
+    return cells;
+}
+
+}  // namespace velmor

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "model/language.h"
+#include "model/module_table.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace velmor {
+
+// The texts of one grid as it is first shown: a heading per column, one row of
+// cells per channel, and the columns painted grey. Column 0 names the channel
+// ("CH1", "CH2", ...) in all three grids.
+struct GridCells {
+    QStringList headings;
+    QList<QStringList> rows;
+    QList<int> greyColumns;
+    // Column 0 already names each row, so a view needs no row numbers of its own.
+    bool firstColumnNamesRows = true;
+
+    bool operator==(const GridCells&) const = default;
+};
+
+// Columns of the channel grid that the rules single out; 1 to 10 are the
+// channel parameters, 11 to 16 the reference columns (model/reference.h).
+inline constexpr int kChannelNameColumn = 0;
+inline constexpr int kAutoBalanceColumn = 3;
+inline constexpr int kLastParameterColumn = 10;
+
+// The channel grid MSHGridOperate: columns 0 to 10, and the grey reference
+// columns 11 to 16 for "TM-B8" and "TM-B16" only. One row per channel of the
+// record's channel count (0..16). Column 3 reads the channel's bit of
+// `balanceMask`, the module's automatic-balance mask (bit n for channel n).
+GridCells channelGridCells(const ModuleRecord& record, Language language, qint32 balanceMask);
+
+// The text of one cell of the channel grid, channel index 0..15, column 0..16;
+// empty for a column the grid does not have.
+QString channelCellText(const ModuleRecord& record, int channel, int column, qint32 balanceMask,
+                        Language language);
+
+// The adjust grid MSHGridNoOperate: entries 0..3 of zeroAdjustTable in columns
+// 1-4 and of gainAdjustTable in columns 5-8, as whole numbers.
+GridCells adjustGridCells(const ModuleRecord& record, Language language);
+QString adjustCellText(const ChannelRecord& channel, int column);
+
+// The coefficient grid MSHGridCalibration: gainCoef in hundredths ("0.00") in
+// columns 1-4 and zeroCoef in tenths ("0.0") in columns 5-8; model code 3 has
+// eleven gain coefficients in columns 1-11 and no zero coefficients.
+GridCells calibrationGridCells(const ModuleRecord& record, Language language);
+QString calibrationCellText(int modelCode, const ChannelRecord& channel, int column);
+
+// How many gain-coefficient columns the coefficient grid has for a model (4 or 11),
+// and how many zero-coefficient columns follow them (4 or 0).
+int gainCoefColumns(int modelCode);
+int zeroCoefColumns(int modelCode);
+
+}  // namespace velmor

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "edit/grid_cells.h"
+
+#include <QAbstractTableModel>
+#include <QColor>
+#include <QTableView>
+
+namespace velmor {
+
+// The light grey behind the reference columns, which are never sent to a module.
+inline constexpr QRgb kGreyCellColor = qRgb(230, 230, 230);
+
+// The texts of a grid, held as cells rather than derived from the record: the
+// rules may leave a cell showing something the record does not hold (a typed
+// value that was refused, an answer stored nowhere). Headings go to the
+// horizontal header; every cell is centred; the grey columns get a grey
+// background. Read-only for now.
+class CellTextModel : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    explicit CellTextModel(QObject* parent = nullptr);
+
+    // Replaces every heading and cell at once (a model reset).
+    void showCells(const GridCells& cells);
+    const GridCells& cells() const { return cells_; }
+
+    int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+private:
+    bool holds(const QModelIndex& index) const;
+
+    GridCells cells_;
+};
+
+// One of the three grids of the main window: a table view that owns its cell
+// model and sizes its columns to the widest heading or cell.
+class CellGrid : public QTableView {
+    Q_OBJECT
+public:
+    CellGrid(const QString& objectName, const QString& accessibleName, QWidget* parent = nullptr);
+
+    // Shows the cells; the row numbers are hidden when column 0 names the rows.
+    void showCells(const GridCells& cells);
+
+    CellTextModel* cellModel() const { return model_; }
+
+private:
+    CellTextModel* model_;
+};
+
+}  // namespace velmor

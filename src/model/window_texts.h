@@ -56,6 +56,10 @@ inline constexpr Text kReceivedCaption{"接收字符串", "Received"};
 inline constexpr const char* kGroupSentCaptions[] = {"1-4通道发送字符串", "5-8通道发送字符串", "9-12通道发送字符串", "13-16通道发送字符串"};
 inline constexpr const char* kGroupReturnedCaptions[] = {"1-4通道返回字符串", "5-8通道返回字符串", "9-12通道返回字符串", "13-16通道返回字符串"};
 
+// cmdShow: Chinese in both languages, as the original has it.
+inline constexpr const char* kShowCoefficients = "显示校正系数";
+inline constexpr const char* kHideCoefficients = "隐藏校正系数";
+
 // Accessible names of controls that have no caption of their own.
 inline constexpr Text kPortListName{"串口", "Serial port"};
 inline constexpr Text kModuleIndexName{"模块卡号", "Module index"};
@@ -65,5 +69,8 @@ inline constexpr Text kFrameTabsName{"操作页", "Pages"};
 inline constexpr Text kGroupTabsName{"通道组", "Channel groups"};
 inline constexpr Text kSentFrameName{"发送的帧", "Frame sent"};
 inline constexpr Text kReturnedFrameName{"返回的帧", "Frame returned"};
+inline constexpr Text kChannelGridName{"通道参数表", "Channel parameters"};
+inline constexpr Text kCalibrationGridName{"校正系数表", "Calibration coefficients"};
+inline constexpr Text kAdjustGridName{"调整值表", "Adjust values"};
 
 }  // namespace velmor::win

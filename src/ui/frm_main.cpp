@@ -1,10 +1,13 @@
 #include "frm_main.h"
 
 #include "config/config_file.h"
+#include "cell_grid.h"
 #include "config/config_location.h"
+#include "edit/grid_cells.h"
 #include "file_chooser.h"
 #include "main_menus.h"
 #include "model/messages.h"
+#include "model/reference.h"
 #include "model/window_texts.h"
 #include "module_info_fields.h"
 #include "operation_panels.h"
@@ -204,8 +207,14 @@ void frmMain::replyStored(const Request& request, const QByteArray& frame)
 
 void frmMain::showModule()
 {
+    const ModuleRecord& record = state_.current();
+    frame1_->setTitle(channelFrameTitle(record.modelCode, language_));
+    frame1_->channelGrid()->showCells(
+        channelGridCells(record, language_, state_.channelMask.at(static_cast<size_t>(state_.currentModule))));
+    frame1_->calibrationGrid()->showCells(calibrationGridCells(record, language_));
+    frame2_->adjustGrid()->showCells(adjustGridCells(record, language_));
     frame3_->fields()->showModule();
-    bar_->showAddress(state_.current().busAddress);
+    bar_->showAddress(record.busAddress);
 }
 
 void frmMain::requestEnded(Panel panel, bool portOpened)
@@ -401,8 +410,8 @@ void frmMain::EnableCommands(bool enabled)
     tabStripCom_->setEnabled(enabled);
     for (OperationPanel* panel : {static_cast<OperationPanel*>(frame1_), static_cast<OperationPanel*>(frame2_),
                                   static_cast<OperationPanel*>(frame3_)})
-        for (QPushButton* button : panel->commands())
-            button->setEnabled(enabled);
+        for (QWidget* control : panel->lockedDuringExchanges())
+            control->setEnabled(enabled);
     menus_->setCommandsEnabled(enabled);
 }
 

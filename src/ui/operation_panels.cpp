@@ -1,5 +1,6 @@
 #include "operation_panels.h"
 
+#include "cell_grid.h"
 #include "command_buttons.h"
 #include "model/window_texts.h"
 #include "module_info_fields.h"
@@ -36,16 +37,34 @@ QHBoxLayout* row(const QList<QPushButton*>& buttons)
 }  // namespace
 
 OperationPanel::OperationPanel(const char* name, const Text& title, Language language)
-    : QGroupBox(pick(title, language)), language_(language)
+    : language_(language), title_(new QLabel(pick(title, language))), body_(new QVBoxLayout)
 {
     setObjectName(QLatin1String(name));
+    setFrameShape(QFrame::StyledPanel);
+    title_->setObjectName(QStringLiteral("%1Title").arg(QLatin1String(name)));
+    title_->setWordWrap(true);
+    QFont bold = title_->font();
+    bold.setBold(true);
+    title_->setFont(bold);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(title_);
+    layout->addLayout(body_, 1);
+    setAccessibleName(title_->text());
+}
+
+QString OperationPanel::title() const { return title_->text(); }
+
+void OperationPanel::setTitle(const QString& title)
+{
+    title_->setText(title);
+    setAccessibleName(title);
 }
 
 QPushButton* OperationPanel::command(const char* name, const Text& caption, void (OperationPanel::*clicked)())
 {
     QPushButton* button = commandButton(QLatin1String(name), caption, language_);
     connect(button, &QPushButton::clicked, this, clicked);
-    commands_.append(button);
+    lockDuringExchanges(button);
     return button;
 }
 
@@ -53,31 +72,60 @@ QLayout* OperationPanel::groupCommands(const char* readName, const char* sendNam
 {
     const auto reads = groupButtons(readName, win::kReadGroup, language_, [this](int g) { emit readGroup(g); });
     const auto sends = groupButtons(sendName, win::kSendGroup, language_, [this](int g) { emit sendGroup(g); });
-    commands_ += reads + sends;
+    for (QPushButton* button : reads + sends)
+        lockDuringExchanges(button);
     return groupRows(reads, sends);
 }
 
 ChannelSetupPanel::ChannelSetupPanel(Language language)
-    : OperationPanel("Frame1", win::kFrame1, language), pane_(new FrameTextPane(kOperateNames, language))
+    : OperationPanel("Frame1", win::kFrame1, language)
+    , pane_(new FrameTextPane(kOperateNames, language))
+    , MSHGridOperate_(new CellGrid(QStringLiteral("MSHGridOperate"), pick(win::kChannelGridName, language)))
+    , MSHGridCalibration_(new CellGrid(QStringLiteral("MSHGridCalibration"), pick(win::kCalibrationGridName, language)))
+    , cmdShow_(new QPushButton(QString::fromUtf8(win::kShowCoefficients)))
 {
     auto* caption = new QLabel(pick(win::kCaption, language));
     caption->setObjectName(QStringLiteral("lblCaption"));
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(caption);
-    layout->addWidget(pane_);
-    layout->addLayout(groupCommands("cmdReceive", "cmdSend"));
-    layout->addLayout(row({command("cmdFrame1Receive", win::kFrame1Receive, &OperationPanel::readAll),
+    cmdShow_->setObjectName(QStringLiteral("cmdShow"));
+    MSHGridCalibration_->hide();
+    connect(cmdShow_, &QPushButton::clicked, this, &ChannelSetupPanel::cmdShow_Click);
+    auto* top = new QHBoxLayout;
+    top->addWidget(caption, 1);
+    top->addWidget(cmdShow_);
+    body()->addLayout(top);
+    // One place for both grids.
+    auto* place = new QGridLayout;
+    place->addWidget(MSHGridOperate_, 0, 0);
+    place->addWidget(MSHGridCalibration_, 0, 0);
+    body()->addLayout(place, 1);
+    body()->addWidget(pane_);
+    for (QWidget* control : std::initializer_list<QWidget*>{cmdShow_, MSHGridOperate_, MSHGridCalibration_})
+        lockDuringExchanges(control);
+    body()->addLayout(groupCommands("cmdReceive", "cmdSend"));
+    body()->addLayout(row({command("cmdFrame1Receive", win::kFrame1Receive, &OperationPanel::readAll),
                            command("cmdFrame1Send", win::kFrame1Send, &OperationPanel::sendAll),
                            command("cmdBalance", win::kBalance, &OperationPanel::balance)}));
 }
 
-AdjustPanel::AdjustPanel(Language language)
-    : OperationPanel("Frame2", win::kFrame2, language), pane_(new FrameTextPane(kNoOperateNames, language))
+void ChannelSetupPanel::cmdShow_Click()
 {
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(pane_);
-    layout->addLayout(groupCommands("cmdNoOperateReceive", "cmdNoOperateSend"));
-    layout->addLayout(row({command("cmdFrame2Receive", win::kFrame2Receive, &OperationPanel::readAll),
+    // The two grids take turns in one place; the caption is Chinese in both
+    // languages, as the original has it.
+    MSHGridCalibration_->setVisible(MSHGridCalibration_->isHidden());
+    MSHGridOperate_->setVisible(MSHGridCalibration_->isHidden());
+    cmdShow_->setText(QString::fromUtf8(MSHGridCalibration_->isHidden() ? win::kShowCoefficients : win::kHideCoefficients));
+}
+
+AdjustPanel::AdjustPanel(Language language)
+    : OperationPanel("Frame2", win::kFrame2, language)
+    , pane_(new FrameTextPane(kNoOperateNames, language))
+    , MSHGridNoOperate_(new CellGrid(QStringLiteral("MSHGridNoOperate"), pick(win::kAdjustGridName, language)))
+{
+    body()->addWidget(MSHGridNoOperate_, 1);
+    body()->addWidget(pane_);
+    lockDuringExchanges(MSHGridNoOperate_);
+    body()->addLayout(groupCommands("cmdNoOperateReceive", "cmdNoOperateSend"));
+    body()->addLayout(row({command("cmdFrame2Receive", win::kFrame2Receive, &OperationPanel::readAll),
                            command("cmdFrame2Send", win::kFrame2Send, &OperationPanel::sendAll)}));
 }
 
@@ -94,8 +142,9 @@ ModuleInfoPanel::ModuleInfoPanel(SetupState& state, OperatorDialogs& dialogs, La
     returnedCaption->setObjectName(QStringLiteral("Label7"));
     returnedCaption->setBuddy(lblModuleReturnString_);
 
-    auto* layout = new QVBoxLayout(this);
+    QVBoxLayout* layout = body();
     layout->addWidget(fields_);
+    lockDuringExchanges(fields_);
     layout->addWidget(sentCaption);
     layout->addWidget(lblModuleString_);
     layout->addWidget(returnedCaption);

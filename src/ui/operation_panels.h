@@ -5,23 +5,30 @@
 #include "model/language.h"
 #include "model/module_table.h"
 
-#include <QGroupBox>
+#include <QFrame>
 #include <QList>
 
 class QLabel;
 class QLayout;
 class QPushButton;
+class QVBoxLayout;
 
 namespace velmor {
 
+class CellGrid;
 class ModuleInfoFields;
 
 // One of the three frames that TabStrip1 shows in turn. Each holds command
 // buttons, which the window locks together, and reports clicks as signals.
-class OperationPanel : public QGroupBox {
+// Its title wraps: the channel frame's can run to a sentence.
+class OperationPanel : public QFrame {
     Q_OBJECT
 public:
-    const QList<QPushButton*>& commands() const { return commands_; }
+    // The command buttons, and the grids and switches that an exchange in
+    // flight locks with them.
+    const QList<QWidget*>& lockedDuringExchanges() const { return locked_; }
+    QString title() const;
+    void setTitle(const QString& title);
 
 signals:
     void readGroup(int g);   // cmdReceive(g), cmdNoOperateReceive(g)
@@ -40,34 +47,48 @@ protected:
     // The arrays readName[g] and sendName[g], emitting readGroup(g) and
     // sendGroup(g), as two rows of four.
     QLayout* groupCommands(const char* readName, const char* sendName);
+    // The frame's layout, below its title.
+    QVBoxLayout* body() const { return body_; }
+    void lockDuringExchanges(QWidget* control) { locked_.append(control); }
 
     Language language_;
 
 private:
-    QList<QPushButton*> commands_;
+    QLabel* title_;
+    QVBoxLayout* body_;
+    QList<QWidget*> locked_;
 };
 
-// Frame1: the channel parameters of the four groups, the whole-module
-// parameter read and send, and the bridge balance.
+// Frame1: the channel grid and the coefficient grid taking turns in one
+// place (cmdShow), the channel parameters of the four groups, the
+// whole-module parameter read and send, and the bridge balance.
 class ChannelSetupPanel : public OperationPanel {
     Q_OBJECT
 public:
     explicit ChannelSetupPanel(Language language);
     FrameTextPane* pane() const { return pane_; }
+    CellGrid* channelGrid() const { return MSHGridOperate_; }
+    CellGrid* calibrationGrid() const { return MSHGridCalibration_; }
+    void cmdShow_Click();
 
 private:
     FrameTextPane* pane_;
+    CellGrid* MSHGridOperate_;
+    CellGrid* MSHGridCalibration_;
+    QPushButton* cmdShow_;
 };
 
-// Frame2: the adjust blocks of the four groups.
+// Frame2: the adjust grid and the adjust blocks of the four groups.
 class AdjustPanel : public OperationPanel {
     Q_OBJECT
 public:
     explicit AdjustPanel(Language language);
     FrameTextPane* pane() const { return pane_; }
+    CellGrid* adjustGrid() const { return MSHGridNoOperate_; }
 
 private:
     FrameTextPane* pane_;
+    CellGrid* MSHGridNoOperate_;
 };
 
 // Frame3: the module information, its read and write, and the beckon.

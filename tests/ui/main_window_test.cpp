@@ -3,6 +3,7 @@
 // the operator-dialog interface.
 
 #include "window_rig.h"
+#include "ui/operation_panels.h"
 #include "model/locale_language.h"
 
 #include <QComboBox>
@@ -152,10 +153,12 @@ void MainWindowTest::captionsFollowTheLanguage()
     QCOMPARE(action(window, "MnuHelp_About")->text(), either("关于...(&A)", "&About..."));
     QCOMPARE(child<QPushButton>(window, "cmdBalance")->text(), either("桥路平衡", "Balance"));
     QCOMPARE(child<QPushButton>(window, "cmdReceive[1]")->text(), either("读取5-8通道", "Read"));
-    QCOMPARE(child<QWidget>(window, "Frame3")->property("title").toString(), either("模块信息", "Module Information"));
+    QCOMPARE(child<OperationPanel>(window, "Frame3")->title(), either("模块信息", "Module Information"));
+    QCOMPARE(child<QPushButton>(window, "cmdShow")->text(), QStringLiteral("显示校正系数"));
     QCOMPARE(window.windowTitle(), QStringLiteral("Velmor"));
     // Controls without a caption of their own are named for assistive tools.
     for (const char* name : {"cmbComPort", "cmbModuleIndex", "ProgressBarModule", "TabStripCom", "TabStrip1",
+                             "MSHGridOperate", "MSHGridCalibration", "MSHGridNoOperate", "Frame1",
                              "TabStripOperate", "TabStripNoOperate", "lblModuleString", "lblModuleOperateString[0]"})
         QVERIFY2(!window.findChild<QWidget*>(QLatin1String(name))->accessibleName().isEmpty(), name);
 }

@@ -3,6 +3,10 @@
 // every command is locked while an exchange runs.
 
 #include "window_rig.h"
+#include "edit/grid_cells.h"
+#include "model/reference.h"
+#include "ui/cell_grid.h"
+#include "ui/operation_panels.h"
 #include "protocol/frame.h"
 #include "protocol/frame_text.h"
 #include "protocol/rebuilt_frames.h"
@@ -50,7 +54,11 @@ QList<QWidget*> commandControls(frmMain& window)
     QList<QWidget*> controls;
     for (QPushButton* b : window.findChildren<QPushButton*>())
         controls << b;
-    controls << child<QTabBar>(window, QStringLiteral("TabStrip1")) << child<QComboBox>(window, QStringLiteral("cmbModuleIndex"));
+    for (QComboBox* list : window.findChildren<QComboBox*>())
+        controls << list;
+    for (const char* name : {"TabStrip1", "TabStripCom", "MSHGridOperate", "MSHGridCalibration", "MSHGridNoOperate",
+                             "txtModuleNumber", "txtVer"})
+        controls << child<QWidget>(window, name);
     return controls;
 }
 
@@ -70,6 +78,9 @@ private slots:
     void aFailedOpenIsToldAndLeavesTheFramesAsTheOriginalDid_data();
     void aFailedOpenIsToldAndLeavesTheFramesAsTheOriginalDid();
     void cancelOnOnlyOneModuleSendsNothing();
+    void twoClicksOnCmdShowRestoreBothGridsAndTheCaption();
+    void theGridsShowWhatAWholeReadBrought_data();
+    void theGridsShowWhatAWholeReadBrought();
 };
 
 void OperationFramesTest::chosenGroupTabShowsOnlyItsLabels()
@@ -281,6 +292,63 @@ void OperationFramesTest::cancelOnOnlyOneModuleSendsNothing()
     QTest::mouseClick(button(rig.window, "cmdFrame3Send"), Qt::LeftButton);
     QCOMPARE(line.requests().size(), 1);
     QCOMPARE(line.requests().first().first(6), QByteArray::fromHex("AAAA33FF1200"));
+}
+
+void OperationFramesTest::twoClicksOnCmdShowRestoreBothGridsAndTheCaption()
+{
+    WindowRig rig(kEnglish);
+    auto* show = button(rig.window, "cmdShow");
+    auto* channels = child<QWidget>(rig.window, "MSHGridOperate");
+    auto* coefficients = child<QWidget>(rig.window, "MSHGridCalibration");
+    QVERIFY(channels->isVisible());
+    QVERIFY(!coefficients->isVisible());
+    QCOMPARE(show->text(), QStringLiteral("显示校正系数"));
+    QTest::mouseClick(show, Qt::LeftButton);
+    QVERIFY(!channels->isVisible());
+    QVERIFY(coefficients->isVisible());
+    QCOMPARE(coefficients->geometry(), channels->geometry());  // the same place
+    QCOMPARE(show->text(), QStringLiteral("隐藏校正系数"));
+    QTest::mouseClick(show, Qt::LeftButton);
+    QVERIFY(channels->isVisible());
+    QVERIFY(!coefficients->isVisible());
+    QCOMPARE(show->text(), QStringLiteral("显示校正系数"));
+}
+
+void OperationFramesTest::theGridsShowWhatAWholeReadBrought_data()
+{
+    QTest::addColumn<int>("languageMode");
+    QTest::addColumn<int>("modelCode");
+    QTest::newRow("TM-B8, English") << kEnglish << 3;
+    QTest::newRow("TM-B8, Chinese") << kChinese << 3;
+    QTest::newRow("TM-C16, Chinese") << kChinese << 2;
+    QTest::newRow("TM-A4, English") << kEnglish << 0;
+}
+
+void OperationFramesTest::theGridsShowWhatAWholeReadBrought()
+{
+    QFETCH(int, languageMode);
+    QFETCH(int, modelCode);
+    SimLine line({{7, modelCode}});
+    WindowRig rig(languageMode);
+    chooseModule(rig.window, line, 7);
+    QTest::mouseClick(button(rig.window, "cmdFrame3Receive"), Qt::LeftButton);
+    const ModuleRecord& record = rig.window.state().current();
+    VELMOR_VERIFY_SAME(wholeReadDifference(record, line.memory(7)));
+    const Language language = languageOf(languageMode);
+    const auto shows = [&](const char* name) { return child<CellGrid>(rig.window, name)->cellModel()->cells(); };
+    QCOMPARE(shows("MSHGridOperate"), channelGridCells(record, language, -1));
+    QCOMPARE(shows("MSHGridCalibration"), calibrationGridCells(record, language));
+    QCOMPARE(shows("MSHGridNoOperate"), adjustGridCells(record, language));
+    QCOMPARE(shows("MSHGridOperate").rows.size(), record.channelCount);
+    // The grey reference columns, and the title that explains them, only
+    // on the TM-B models.
+    QCOMPARE(shows("MSHGridOperate").headings.size(), modelCode == 3 ? 17 : 11);
+    QCOMPARE(child<OperationPanel>(rig.window, "Frame1")->title(), channelFrameTitle(modelCode, language));
+    if (modelCode == 3)
+        QCOMPARE(child<OperationPanel>(rig.window, "Frame1")->title(),
+                 language == Language::Chinese
+                     ? QStringLiteral("参数设置 - 灰色区域的数据为参考值，提供量程等参数与放大倍数的关系，不保存在模块中。")
+                     : QStringLiteral("Channel setup"));
 }
 
 QTEST_MAIN(OperationFramesTest)

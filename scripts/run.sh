@@ -1,40 +1,30 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and runs Velmor against simulated modules:
-# two virtual lines with three modules of different models, a search of both
-# lines, then a whole read of every module found, each kept in its own
-# configuration file under out/.
+# Installs what is missing, builds, and runs Velmor against simulated modules
+# on two virtual lines (three modules of different models). With a display it
+# opens the window; without one it says so and walks through the command
+# line instead: a search of both lines, then a whole read of every module
+# found, each kept in its own configuration file under out/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
 
 build=build/run
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELMOR_BUILD_TESTS=OFF >/dev/null
-cmake --build "$build" --parallel "$(nproc)" --target velmor-cli velmor-sim
+cmake --build "$build" --parallel "$(nproc)" --target velmor velmor-cli velmor-sim
 
-export VELMOR_PORTS_DIR
-VELMOR_PORTS_DIR=$(mktemp -d)
 mkdir -p out
-sims=()
-stop_sims() {
-  for pid in "${sims[@]}"; do kill "$pid" 2>/dev/null || true; done
-  wait 2>/dev/null || true
-  rm -rf "$VELMOR_PORTS_DIR"
-}
-trap stop_sims EXIT
+source scripts/sim_lines.sh
+start_sim SIM1 1:TM-C16 4:TM-A4 -- --log out/SIM1.log
+start_sim SIM2 2:TM-B8 -- --log out/SIM2.log
 
-start_sim() {  # NAME MODULE...
-  local name=$1; shift
-  local args=(--name "$name" --log "out/$name.log")
-  for module in "$@"; do args+=(--module "$module"); done
-  coproc SIM { exec "$build/src/sim/velmor-sim" "${args[@]}"; }
-  sims+=("$SIM_PID")
-  local ready
-  read -r ready <&"${SIM[0]}"
-  echo "started velmor-sim: $ready (modules ${*})"
-}
-
-start_sim SIM1 1:TM-C16 4:TM-A4
-start_sim SIM2 2:TM-B8
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+  echo "Opening the window: press Search to find the three modules (close the window to end)."
+  "$build/src/ui/velmor"
+  exit 0
+fi
+echo
+echo "No display here (DISPLAY and WAYLAND_DISPLAY are unset), so no window:"
+echo "the same lines through the command line instead."
 
 cli=("$build/src/cli/velmor-cli" --lang en)
 echo

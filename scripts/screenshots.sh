@@ -19,26 +19,9 @@ build=build/run
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELMOR_BUILD_TESTS=OFF >/dev/null
 cmake --build "$build" --parallel "$(nproc)" --target velmor-sim window_shot
 
-export VELMOR_PORTS_DIR
-VELMOR_PORTS_DIR=$(mktemp -d)
-sims=()
-stop_sims() {
-  for pid in "${sims[@]}"; do kill "$pid" 2>/dev/null || true; done
-  wait 2>/dev/null || true
-  rm -rf "$VELMOR_PORTS_DIR"
-}
-trap stop_sims EXIT
-start_sim() {  # NAME MODULE...
-  local name=$1; shift
-  local args=(--name "$name" --fast)
-  for module in "$@"; do args+=(--module "$module"); done
-  coproc SIM { exec "$build/src/sim/velmor-sim" "${args[@]}"; }
-  sims+=("$SIM_PID")
-  local ready
-  read -r ready <&"${SIM[0]}"
-}
-start_sim SIM1 1:TM-C16 4:TM-A4
-start_sim SIM2 2:TM-B8
+source scripts/sim_lines.sh
+start_sim SIM1 1:TM-C16 4:TM-A4 -- --fast
+start_sim SIM2 2:TM-B8 -- --fast
 
 images=doc/manual/images
 mkdir -p "$images"

@@ -23,6 +23,7 @@ inline constexpr Text kMnuHelp{"帮助(&H)", "&Help"};
 inline constexpr Text kMnuHelpContent{"内容(&C)", "&Content"};
 inline constexpr Text kMnuHelpAbout{"关于...(&A)", "&About..."};
 
+inline constexpr Text kFrame6{"操作区", "Order"};
 inline constexpr Text kSearchButton{"搜索模块(&S)", "&Search"};
 
 // The three frames that TabStrip1 shows one at a time.

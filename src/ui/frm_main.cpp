@@ -12,7 +12,9 @@
 #include "module_info_fields.h"
 #include "operation_panels.h"
 #include "port_search_bar.h"
-#include "protocol/rebuilt_frames.h"
+#include "frame_display.h"
+#include "frm_about.h"
+#include "help_manual.h"
 #include "twips.h"
 #include "widget_dialogs.h"
 
@@ -56,6 +58,7 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
     , frame2_(new AdjustPanel(language_))
     , frame3_(new ModuleInfoPanel(state_, dialogs_, language_))
     , menus_(new MainMenus(menuBar(), language_))
+    , display_(frame1_, frame2_, frame3_)
 {
     setObjectName(QStringLiteral("frmMain"));
     // Form_Resize's first rule: never narrower than 8000 twips.
@@ -124,6 +127,8 @@ void frmMain::wireMenus()
     connect(menus_, &MainMenus::read, this, [this, &ops] { runFlow([&ops] { ops.cmdFrame3Receive(); }); });
     connect(menus_, &MainMenus::balance, this, [this, &ops] { runFlow([&ops] { ops.cmdBalance(); }); });
     connect(menus_, &MainMenus::beckon, this, [this, &ops] { runFlow([&ops] { ops.beckon(); }); });
+    connect(menus_, &MainMenus::helpContent, this, [this] { MnuHelp_Content_Click(language_, dialogs_); });
+    connect(menus_, &MainMenus::about, this, [this] { frmAbout(language_, dialogs_, this).exec(); });
 }
 
 void frmMain::wirePanels()
@@ -164,44 +169,12 @@ void frmMain::requestStarted(const Request& request, Panel panel, int group)
 {
     tabStrip1_->setEnabled(false);
     panelOf(panel)->setEnabled(false);
-    const QByteArray frame = request.frame();
-    const int selector = request.bytes[kGroupOffset];
-    if (request.command == kCmdBalance) {
-        // Into the first group's label while it is on show, else the second's.
-        frame1_->pane()->showSent(frame1_->pane()->shownGroup() == 0 ? 0 : 1, frame);
-    } else if (panel == Panel::ModuleInfo) {
-        frame3_->showSent(frame);
-    } else if (panel == Panel::ChannelSetup) {
-        frame1_->pane()->selectGroup(group);
-        frame1_->pane()->showSent(group, frame);
-    } else if (selector < kGroupCalibrationFirst) {  // calibration frames are not shown
-        frame2_->pane()->selectGroup(group);
-        frame2_->pane()->showSent(group, frame);
-    }
+    display_.showRequest(request, panel, group);
 }
 
 void frmMain::replyStored(const Request& request, const QByteArray& frame)
 {
-    const ModuleRecord& record = state_.current();
-    const int group = request.bytes[kGroupOffset];
-    if (request.kind == ReplyKind::Short) {
-        // The balance's acknowledgement is shown as it came, under its request.
-        frame1_->pane()->showReturned(frame1_->pane()->shownGroup() == 0 ? 0 : 1, frame.first(kAckLength));
-    } else if (group < kGroupCalibrationFirst) {  // calibration frames are not shown
-        // The beckon's answer is rebuilt under its code 16 and so goes to
-        // the send label; every other reply under its reply code.
-        const quint8 code = request.command == kCmdBeckon ? kCmdBeckon : request.command + kReplyOffset;
-        const QByteArray rebuilt = rebuiltFrame(record, group, code);
-        const bool returned = code >= kFirstReplyCode;
-        if (group == kGroupInfo)
-            returned ? frame3_->showReturned(rebuilt) : frame3_->showSent(rebuilt);
-        else if (group < kGroupAdjustFirst)
-            returned ? frame1_->pane()->showReturned(group - kGroupChannelsFirst, rebuilt)
-                     : frame1_->pane()->showSent(group - kGroupChannelsFirst, rebuilt);
-        else
-            returned ? frame2_->pane()->showReturned(group - kGroupAdjustFirst, rebuilt)
-                     : frame2_->pane()->showSent(group - kGroupAdjustFirst, rebuilt);
-    }
+    display_.showReply(request, frame, state_.current());
     showModule();
 }
 

@@ -5,6 +5,7 @@
 #include "model/language.h"
 #include "model/module_table.h"
 #include "serial/com_port.h"
+#include "frame_display.h"
 #include "serial/port_watcher.h"
 
 #include <QMainWindow>
@@ -110,6 +111,7 @@ private:
     AdjustPanel* frame2_;
     ModuleInfoPanel* frame3_;
     MainMenus* menus_;
+    FrameDisplay display_;
     bool operationsOn_ = true;
 };
 

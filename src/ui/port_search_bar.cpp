@@ -26,12 +26,13 @@ QLabel* labelFor(const Text& caption, QWidget* buddy, const char* name, Language
 }  // namespace
 
 PortSearchBar::PortSearchBar(Language language, QWidget* parent)
-    : QWidget(parent)
+    : QGroupBox(pick(win::kFrame6, language), parent)
     , cmbComPort_(new QComboBox)
     , cmbModuleIndex_(new QComboBox)
     , cmdSearch_(new QPushButton(pick(win::kSearchButton, language)))
     , progress_(new QProgressBar)
 {
+    setObjectName(QStringLiteral("Frame6"));
     cmbComPort_->setObjectName(QStringLiteral("cmbComPort"));
     cmbComPort_->setAccessibleName(pick(win::kPortListName, language));
     cmbModuleIndex_->setObjectName(QStringLiteral("cmbModuleIndex"));
@@ -45,7 +46,6 @@ PortSearchBar::PortSearchBar(Language language, QWidget* parent)
     progress_->setValue(0);
 
     auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(labelFor(grid::kPortLabel, cmbComPort_, "lblComPort", language));
     layout->addWidget(cmbComPort_, 1);
     layout->addWidget(labelFor(grid::kModuleLabel, cmbModuleIndex_, "lblModuleIndex", language));

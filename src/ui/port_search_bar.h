@@ -3,7 +3,7 @@
 #include "model/language.h"
 #include "serial/port_list.h"
 
-#include <QWidget>
+#include <QGroupBox>
 
 class QComboBox;
 class QLabel;
@@ -12,9 +12,9 @@ class QPushButton;
 
 namespace velmor {
 
-// The port chooser, the module-address chooser, the search button and the
-// search's progress bar.
-class PortSearchBar : public QWidget {
+// Frame6, the operation area: the port chooser, the module-address chooser,
+// the search button and the search's progress bar.
+class PortSearchBar : public QGroupBox {
     Q_OBJECT
 public:
     PortSearchBar(Language language, QWidget* parent = nullptr);

@@ -28,7 +28,7 @@ void SimProcess::limitFileSize(qint64 bytes)
 
 bool SimProcess::start(const QStringList& arguments, int timeoutMs)
 {
-    process_.start(executable(), QStringList{QStringLiteral("--ports-dir"), dir_.path()} + arguments);
+    process_.start(executable(), QStringList{QStringLiteral("--ports-dir"), portsDir()} + arguments);
     if (!process_.waitForStarted(timeoutMs)) {
         error_ = process_.errorString();
         return false;

@@ -23,6 +23,10 @@ public:
     // as on a disk that is full beyond that (writes past it fail with EFBIG).
     void limitFileSize(qint64 bytes);
 
+    // Before start(): publish in `dir` instead of a folder of its own, so that
+    // several simulators share one port list.
+    void usePortsDir(const QString& dir) { sharedDir_ = dir; }
+
     // Starts velmor-sim with --ports-dir portsDir() and `arguments`, and waits
     // for its ready line "NAME<TAB>DEVICE". False with error() otherwise.
     bool start(const QStringList& arguments, int timeoutMs = 10000);
@@ -33,8 +37,8 @@ public:
 
     QString portName() const { return portName_; }
     QString devicePath() const { return devicePath_; }
-    QString portsDir() const { return dir_.path(); }
-    QString linkPath() const { return dir_.filePath(portName_); }
+    QString portsDir() const { return sharedDir_.isEmpty() ? dir_.path() : sharedDir_; }
+    QString linkPath() const { return portsDir() + QLatin1Char('/') + portName_; }
     QString error() const { return error_; }
     QProcess& process() { return process_; }
 
@@ -42,6 +46,7 @@ private:
     bool waitForCleanEnd(int timeoutMs);
 
     QTemporaryDir dir_;
+    QString sharedDir_;
     QProcess process_;
     QString portName_;
     QString devicePath_;

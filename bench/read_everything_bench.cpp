@@ -3,40 +3,20 @@
 // to the ideal wire time and how much CPU the waiting costs.
 #include "link/operations.h"
 #include "support/sim_process.h"
+#include "wire_time.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 
 using namespace velmor;
+using namespace velmor::bench;
 
 namespace {
 
 constexpr int kRuns = 5;
-constexpr int kTurnaroundMs = 5;
-constexpr int kExchanges = 17;         // information, 4 groups, 4 adjust blocks, 8 pairs
-constexpr int kBitsPerByte = 10;       // start, 8 data, stop
-constexpr double kBaud = 4800.0;
-
-class SilentDialogs : public OperatorDialogs {
-public:
-    void showMessage(const QString&, const QString& text) override { std::fprintf(stderr, "%s\n", qPrintable(text)); }
-    bool confirm(const QString&, const QString&) override { return false; }
-};
-
-double idealMs()
-{
-    const double byteMs = 1000.0 * kBitsPerByte / kBaud;
-    return kExchanges * ((7 + 55) * byteMs + kTurnaroundMs);
-}
-
-double cpuMs()
-{
-    return 1000.0 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
-}
 
 }  // namespace
 
@@ -53,14 +33,14 @@ int main(int argc, char* argv[])
     state.reset();
     ComPort port;
     port.setPorts({PortEntry{sim.portName(), 1, sim.linkPath()}});
-    SilentDialogs dialogs;
+    PrintedDialogs dialogs;
     Operations operations(state, port, dialogs);
     state.current().portNumber = 1;
     state.current().busAddress = 1;
 
     std::printf("read everything of a 16-channel module, 4800 baud 8N1 paced simulator in its own process\n");
-    std::printf("ideal wire time: %d x ((7 + 55) bytes x %.4f ms + %d ms turnaround) = %.1f ms\n", kExchanges,
-                1000.0 * kBitsPerByte / kBaud, kTurnaroundMs, idealMs());
+    std::printf("ideal wire time: %d x ((7 + 55) bytes x %.4f ms + %d ms turnaround) = %.1f ms\n", kWholeReadExchanges,
+                byteMs(), kTurnaroundMs, wholeReadIdealMs());
     std::printf("%-4s %12s %14s %12s %12s\n", "run", "elapsed ms", "elapsed/ideal", "cpu ms", "cpu/elapsed");
     double worstTime = 0, worstCpu = 0;
     for (int run = 1; run <= kRuns; ++run) {
@@ -74,8 +54,8 @@ int main(int argc, char* argv[])
             std::fprintf(stderr, "run %d failed\n", run);
             return 1;
         }
-        std::printf("%-4d %12.1f %14.3f %12.1f %12.3f\n", run, elapsed, elapsed / idealMs(), cpu, cpu / elapsed);
-        worstTime = std::max(worstTime, elapsed / idealMs());
+        std::printf("%-4d %12.1f %14.3f %12.1f %12.3f\n", run, elapsed, elapsed / wholeReadIdealMs(), cpu, cpu / elapsed);
+        worstTime = std::max(worstTime, elapsed / wholeReadIdealMs());
         worstCpu = std::max(worstCpu, cpu / elapsed);
     }
     std::printf("worst elapsed/ideal %.3f (target <= 1.05), worst cpu/elapsed %.3f (target <= 0.05)\n", worstTime, worstCpu);

@@ -1,18 +1,16 @@
 #include "frm_main.h"
 
 #include "config/config_file.h"
-#include "cell_grid.h"
 #include "config/config_location.h"
-#include "edit/grid_cells.h"
 #include "file_chooser.h"
 #include "main_menus.h"
 #include "model/messages.h"
-#include "model/reference.h"
 #include "model/window_texts.h"
 #include "module_info_fields.h"
 #include "operation_panels.h"
 #include "port_search_bar.h"
 #include "frame_display.h"
+#include "module_view.h"
 #include "frm_about.h"
 #include "help_manual.h"
 #include "twips.h"
@@ -59,6 +57,7 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
     , frame3_(new ModuleInfoPanel(state_, dialogs_, language_))
     , menus_(new MainMenus(menuBar(), language_))
     , display_(frame1_, frame2_, frame3_)
+    , view_(state_, language_, frame1_, frame2_, frame3_, bar_)
 {
     setObjectName(QStringLiteral("frmMain"));
     // Form_Resize's first rule: never narrower than 8000 twips.
@@ -86,7 +85,13 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
     connect(bar_, &PortSearchBar::portChosen, this, &frmMain::cmbComPort_Click);
     connect(bar_, &PortSearchBar::addressChosen, this, &frmMain::cmbModuleIndex_Click);
     connect(tabStripCom_, &QTabBar::tabBarClicked, this, &frmMain::TabStripCom_Click);
-    connect(&operations_, &Operations::commandsEnabled, this, &frmMain::EnableCommands);
+    // Within a flow the window stays locked from its first request to the end
+    // of its last: unlocking between two requests of a chain would only
+    // flicker (and cost a redraw per request).
+    connect(&operations_, &Operations::commandsEnabled, this, [this](bool enabled) {
+        if (!enabled || !flowRunning_)
+            EnableCommands(enabled);
+    });
     connect(&watcher_, &PortWatcher::portsChanged, this, &frmMain::portsChanged);
 }
 
@@ -152,7 +157,7 @@ void frmMain::wirePanels()
     connect(&operations_, &Operations::requestStarted, this, &frmMain::requestStarted);
     connect(&operations_, &Operations::requestEnded, this, &frmMain::requestEnded);
     connect(&operations_.exchange(), &Exchange::replyStored, this, &frmMain::replyStored);
-    connect(&operations_, &Operations::moduleRefreshed, this, &frmMain::showModule);
+    connect(&operations_, &Operations::moduleRefreshed, &view_, &ModuleView::showAll);
 }
 
 OperationPanel* frmMain::panelOf(Panel panel) const
@@ -175,28 +180,20 @@ void frmMain::requestStarted(const Request& request, Panel panel, int group)
 void frmMain::replyStored(const Request& request, const QByteArray& frame)
 {
     display_.showReply(request, frame, state_.current());
-    showModule();
-}
-
-void frmMain::showModule()
-{
-    const ModuleRecord& record = state_.current();
-    frame1_->setTitle(channelFrameTitle(record.modelCode, language_));
-    frame1_->channelGrid()->showCells(
-        channelGridCells(record, language_, state_.channelMask.at(static_cast<size_t>(state_.currentModule))));
-    frame1_->calibrationGrid()->showCells(calibrationGridCells(record, language_));
-    frame2_->adjustGrid()->showCells(adjustGridCells(record, language_));
-    frame3_->fields()->showModule();
-    bar_->showAddress(record.busAddress);
+    view_.showSoon(request);
 }
 
 void frmMain::requestEnded(Panel panel, bool portOpened)
 {
-    tabStrip1_->setEnabled(true);
     if (portOpened) {
-        panelOf(panel)->setEnabled(operationsOn_);
+        if (!lockedPanels_.contains(panelOf(panel)))
+            lockedPanels_.append(panelOf(panel));
+        if (!flowRunning_)
+            unlockPanels();
         return;
     }
+    lockedPanels_.clear();
+    tabStrip1_->setEnabled(true);
     // After a port that would not open the frames come back as the original
     // left them: Frame1 and Frame2 enabled, Frame3 disabled, whichever frame
     // sent. Deliberate, kept.
@@ -231,8 +228,16 @@ void frmMain::Form_Load()
         dialogs_.showMessage(pick(msg::kTitle, language_), pick(msg::kNoComPort, language_));
     else
         state_.current().portNumber = static_cast<qint16>(bar_->selectedPortNumber());
-    showModule();
+    view_.showAll();
     frame3_->fields()->clearBoxes();
+}
+
+void frmMain::unlockPanels()
+{
+    tabStrip1_->setEnabled(true);
+    for (OperationPanel* panel : lockedPanels_)
+        panel->setEnabled(operationsOn_);
+    lockedPanels_.clear();
 }
 
 template <typename Flow>
@@ -243,6 +248,8 @@ void frmMain::runFlow(Flow flow)
     flowRunning_ = true;
     EnableCommands(false);
     flow();
+    view_.flush();
+    unlockPanels();
     EnableCommands(true);
     flowRunning_ = false;
     if (pendingPorts_) {
@@ -267,7 +274,7 @@ void frmMain::MnuFile_Open_Click()
     bar_->selectFirstPort();
     if (!ports_.isEmpty())
         state_.current().portNumber = static_cast<qint16>(bar_->selectedPortNumber());
-    showModule();
+    view_.showAll();
 }
 
 void frmMain::MnuFile_Save_Click() { save(configPath_); }
@@ -332,7 +339,7 @@ void frmMain::TabStripCom_Click(int index)
         return;
     tabStripCom_->setCurrentIndex(index);
     state_.currentModule = index;
-    showModule();
+    view_.showAll();
 }
 
 void frmMain::portsChanged(const QList<PortEntry>& ports)

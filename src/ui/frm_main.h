@@ -6,6 +6,7 @@
 #include "model/module_table.h"
 #include "serial/com_port.h"
 #include "frame_display.h"
+#include "module_view.h"
 #include "serial/port_watcher.h"
 
 #include <QMainWindow>
@@ -69,10 +70,11 @@ private:
     // The request's frame text, its group's tab, and its frame locked.
     void requestStarted(const Request& request, Panel panel, int group);
     void requestEnded(Panel panel, bool portOpened);
+    // TabStrip1 and the frames of the flow's requests back, once no flow runs.
+    void unlockPanels();
     // An accepted reply: its frame rebuilt from the record under its label,
     // and everything that shows the module refreshed.
     void replyStored(const Request& request, const QByteArray& frame);
-    void showModule();
     OperationPanel* panelOf(Panel panel) const;
     // The three frames and the Balance, Read and Send entries, after a search.
     void operationsEnabled(bool enabled);
@@ -112,7 +114,9 @@ private:
     ModuleInfoPanel* frame3_;
     MainMenus* menus_;
     FrameDisplay display_;
+    ModuleView view_;
     bool operationsOn_ = true;
+    QList<OperationPanel*> lockedPanels_;
 };
 
 }  // namespace velmor

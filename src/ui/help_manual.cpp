@@ -16,15 +16,25 @@ QString manualPath(Language language, const QString& programFolder)
     return programFolder + QStringLiteral("/manual/") + name;
 }
 
-void MnuHelp_Content_Click(Language language, OperatorDialogs& dialogs)
+QString manualPath(Language language)
 {
-    const QString path = manualPath(language, QCoreApplication::applicationDirPath());
-    if (!QFileInfo::exists(path)) {
-        dialogs.showMessage(pick(msg::kTitle, language), pick(about::kManualMissing, language) + path);
-        return;
-    }
+    return manualPath(language, QCoreApplication::applicationDirPath());
+}
+
+bool openManual(Language language)
+{
+    const QString path = manualPath(language);
+    if (!QFileInfo::exists(path))
+        return false;
     // The desktop's browser reports its own failures.
     QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+    return true;
+}
+
+void MnuHelp_Content_Click(Language language, OperatorDialogs& dialogs)
+{
+    if (!openManual(language))
+        dialogs.showMessage(pick(msg::kTitle, language), pick(about::kManualMissing, language) + manualPath(language));
 }
 
 }  // namespace velmor

@@ -8,11 +8,16 @@
 namespace velmor {
 
 // The operator's manual in the language, installed beside the program:
-// manual/velmor-zh.html or manual/velmor-en.html in the program's folder.
+// manual/velmor-zh.html (Chinese) or manual/velmor-en.html in that folder.
 QString manualPath(Language language, const QString& programFolder);
+// The same in this program's own folder.
+QString manualPath(Language language);
 
-// Help > Content: the manual in the desktop's browser, or a message that
-// names the missing file.
+// Opens the manual in the desktop's browser. False, with nothing shown, when
+// the file is not there; what to tell the operator is the caller's choice.
+bool openManual(Language language);
+
+// Help > Content: the manual, or a message that names the missing file.
 void MnuHelp_Content_Click(Language language, OperatorDialogs& dialogs);
 
 }  // namespace velmor

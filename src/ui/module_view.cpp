@@ -1,0 +1,64 @@
+#include "module_view.h"
+
+#include "cell_grid.h"
+#include "edit/grid_cells.h"
+#include "model/reference.h"
+#include "module_info_fields.h"
+#include "operation_panels.h"
+#include "port_search_bar.h"
+
+#include <QTimer>
+
+namespace velmor {
+
+ModuleView::ModuleView(SetupState& state, Language language, ChannelSetupPanel* frame1, AdjustPanel* frame2,
+                       ModuleInfoPanel* frame3, PortSearchBar* bar)
+    : state_(state), language_(language), frame1_(frame1), frame2_(frame2), frame3_(frame3), bar_(bar)
+{
+}
+
+void ModuleView::showAll() { show(Everything); }
+
+void ModuleView::showSoon(const Request& request)
+{
+    const int group = request.bytes[kGroupOffset];
+    int parts = Everything;  // the information may have changed the model
+    if (request.kind == ReplyKind::Short)
+        parts = 0;
+    else if (group >= kGroupCalibrationFirst)
+        parts = Calibration;
+    else if (group >= kGroupAdjustFirst)
+        parts = Adjust;
+    else if (group >= kGroupChannelsFirst)
+        parts = Channels;
+    if (pending_ == 0 && parts != 0)
+        QTimer::singleShot(0, this, &ModuleView::flush);
+    pending_ |= parts;
+}
+
+void ModuleView::flush()
+{
+    const int parts = pending_;
+    pending_ = 0;
+    show(parts);
+}
+
+void ModuleView::show(int parts)
+{
+    const ModuleRecord& record = state_.current();
+    if (parts & Channels) {
+        frame1_->setTitle(channelFrameTitle(record.modelCode, language_));
+        frame1_->channelGrid()->showCells(
+            channelGridCells(record, language_, state_.channelMask.at(static_cast<size_t>(state_.currentModule))));
+    }
+    if (parts & Calibration)
+        frame1_->calibrationGrid()->showCells(calibrationGridCells(record, language_));
+    if (parts & Adjust)
+        frame2_->adjustGrid()->showCells(adjustGridCells(record, language_));
+    if (parts & Information) {
+        frame3_->fields()->showModule();
+        bar_->showAddress(record.busAddress);
+    }
+}
+
+}  // namespace velmor

@@ -20,8 +20,8 @@ cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELMOR_BUILD
 cmake --build "$build" --parallel "$(nproc)" --target velmor-sim window_shot
 
 source scripts/sim_lines.sh
-start_sim SIM1 1:TM-C16 4:TM-A4 -- --fast
-start_sim SIM2 2:TM-B8 -- --fast
+start_sim SIM1 1:TM-C16 4:TM-A4 -- --fast --log /dev/null
+start_sim SIM2 2:TM-B8 -- --fast --log /dev/null
 
 images=doc/manual/images
 mkdir -p "$images"

@@ -25,6 +25,8 @@ Exchange::Exchange(SetupState& state, ComPort& port, OperatorDialogs& dialogs, Q
 
 bool Exchange::start(const Request& request, int portNumber)
 {
+    if (running_)
+        return false;
     pending_ = request;
     state_.pendingCommand = request.command;
     replyOk_ = false;

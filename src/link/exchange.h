@@ -29,8 +29,10 @@ public:
     Exchange(SetupState& state, ComPort& port, OperatorDialogs& dialogs, QObject* parent = nullptr);
 
     // Opens port n, writes the request and starts both timers. False when the
-    // port would not open; then nothing was written.
+    // port would not open, or while another exchange is in flight (running()):
+    // then nothing was written and the exchange in flight goes on untouched.
     bool start(const Request& request, int portNumber);
+    bool running() const { return running_; }
     // Returns once the exchange has ended, one way or another. The wait blocks
     // in the event loop, so it costs no CPU.
     void wait();

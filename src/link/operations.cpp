@@ -31,7 +31,9 @@ void Operations::abandonAfterExchange()
 
 bool Operations::single(const Request& request, Panel panel, int group)
 {
-    if (abandoned_)
+    // A second start while a reply is awaited is refused without a word: the
+    // front end locks its commands, so only a stray queued click gets here.
+    if (abandoned_ || exchange_.running())
         return false;
     emit commandsEnabled(false);
     emit requestStarted(request, panel, group);

@@ -24,6 +24,7 @@ class ExchangeTest : public QObject {
     Q_OBJECT
 private slots:
     void timeOutIsOneSecondAtStart();
+    void aSecondStartIsRefusedWhileAReplyIsAwaited();
     void noiseBeforeTheReplyIsFoundAndAccepted();
     void wrongChecksumGivesReturnDataFail();
     void echoOfTheCommandItselfIsRefusedWithStatus4();
@@ -42,6 +43,26 @@ void ExchangeTest::timeOutIsOneSecondAtStart()
 {
     LinkRig rig;
     QCOMPARE(rig.operations.exchange().overInterval(), 1000);
+}
+
+void ExchangeTest::aSecondStartIsRefusedWhileAReplyIsAwaited()
+{
+    SimLine line({sim::ModuleAt{5, 2}}, Pacing::Paced);
+    QVERIFY(line.isReady());
+    LinkRig rig;
+    rig.select(line, 5);
+    bool secondStarted = true;
+    bool secondRead = true;
+    QTimer::singleShot(20, [&] {
+        secondStarted = rig.operations.exchange().start(beckonRequest(), rig.state.current().portNumber);
+        secondRead = rig.operations.readChannelGroup(1);
+    });
+    QVERIFY(rig.operations.readModuleInfo());
+    QVERIFY(!secondStarted);
+    QVERIFY(!secondRead);
+    QCOMPARE(line.requests(), QList<QByteArray>{readInfoRequest(5).frame()});
+    QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_VERIFY_SAME(informationDifference(rig.state.current(), line.memory(5)));
 }
 
 void ExchangeTest::noiseBeforeTheReplyIsFoundAndAccepted()

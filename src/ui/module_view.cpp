@@ -57,6 +57,8 @@ void ModuleView::show(int parts)
         frame2_->adjustGrid()->showCells(adjustGridCells(record, language_));
     if (parts & Information) {
         frame3_->fields()->showModule();
+        // The chooser shows the module's own line and address.
+        bar_->showPort(record.portNumber);
         bar_->showAddress(record.busAddress);
     }
 }

@@ -85,4 +85,11 @@ void PortSearchBar::showAddress(int address)
     cmbModuleIndex_->setCurrentIndex(cmbModuleIndex_->findData(address));
 }
 
+void PortSearchBar::showPort(int number)
+{
+    const int index = cmbComPort_->findData(number);
+    if (index >= 0)
+        cmbComPort_->setCurrentIndex(index);
+}
+
 }  // namespace velmor

@@ -26,6 +26,8 @@ public:
     // The selected port's number, 0 when the list is empty.
     int selectedPortNumber() const;
     void showAddress(int address);
+    // Selects the port of that number when it is listed; else nothing changes.
+    void showPort(int number);
 
     QComboBox* moduleIndex() const { return cmbModuleIndex_; }
     QPushButton* searchButton() const { return cmdSearch_; }

@@ -6,16 +6,20 @@
 #include "ui/operation_panels.h"
 #include "model/locale_language.h"
 
+#include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QComboBox>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTabBar>
 #include <QTest>
+#include <QTimer>
 
 #include <cmath>
-#include <QTimer>
 
 using namespace velmor;
 using namespace velmor::testing;
@@ -48,6 +52,8 @@ private slots:
     void captionsFollowTheLanguage();
     void portChooserFollowsPortsThatComeAndGo();
     void portsWaitWhileAFlowRuns();
+    void everyCommandIsReachableByKeyboard_data();
+    void everyCommandIsReachableByKeyboard();
     void widthsFollowTheWindowInTwips_data();
     void widthsFollowTheWindowInTwips();
 };
@@ -72,6 +78,13 @@ void MainWindowTest::searchOfTwoLinesGivesOneTabPerModuleInOrder()
     QCOMPARE(child<QProgressBar>(window, "ProgressBarModule")->value(), 0);
     // Each module was read wholly: the B8's eight channels came in.
     VELMOR_VERIFY_SAME(wholeReadDifference(window.state().table[2], second.module(1).memory()));
+    // A tab shows its module's own line and address in the choosers.
+    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(2).center());
+    QCOMPARE(child<QComboBox>(window, "cmbComPort")->currentText(), QStringLiteral("SIM2"));
+    QCOMPARE(child<QComboBox>(window, "cmbModuleIndex")->currentText(), QStringLiteral("1"));
+    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center());
+    QCOMPARE(child<QComboBox>(window, "cmbComPort")->currentText(), QStringLiteral("SIM1"));
+    QCOMPARE(child<QComboBox>(window, "cmbModuleIndex")->currentText(), QStringLiteral("5"));
 }
 
 void MainWindowTest::emptySearchReportsNoModule()
@@ -226,6 +239,47 @@ void MainWindowTest::widthsFollowTheWindowInTwips()
     QCOMPARE(child<QWidget>(window, "Frame1")->width(), inner - px(455));
     QCOMPARE(child<QWidget>(window, "TabStripCom")->width(), inner - px(210));
     QCOMPARE(child<QWidget>(window, "Frame1")->mapTo(&window, QPoint(0, 0)).x(), px(240));
+}
+
+void MainWindowTest::everyCommandIsReachableByKeyboard_data()
+{
+    QTest::addColumn<int>("languageMode");
+    QTest::newRow("English") << kEnglish;
+    QTest::newRow("Chinese") << kChinese;
+}
+
+void MainWindowTest::everyCommandIsReachableByKeyboard()
+{
+    QFETCH(int, languageMode);
+    WindowRig rig(languageMode);
+    frmMain& window = rig.window;
+    // Every menu and menu entry has an access key.
+    for (QAction* action : window.findChildren<QAction*>()) {
+        if (action->isSeparator() || action->text().isEmpty())
+            continue;
+        QVERIFY2(action->text().contains(QRegularExpression(QStringLiteral("&[^&]"))), qPrintable(action->text()));
+    }
+    // Tab reaches every button, list, box, grid and tab strip on each page.
+    for (int page = 0; page < 3; ++page) {
+        window.TabStrip1_Click(page);
+        QApplication::processEvents();
+        QSet<QWidget*> reached;
+        QWidget* start = window.nextInFocusChain();
+        for (QWidget* w = start; w && !reached.contains(w); w = w->nextInFocusChain())
+            if (w->isVisible() && w->isEnabled() && (w->focusPolicy() & Qt::TabFocus))
+                reached.insert(w);
+        for (QWidget* w : window.findChildren<QWidget*>()) {
+            const bool control = qobject_cast<QAbstractButton*>(w) || qobject_cast<QComboBox*>(w) ||
+                                 qobject_cast<QAbstractItemView*>(w) || qobject_cast<QTabBar*>(w) ||
+                                 (qobject_cast<QLineEdit*>(w) && !static_cast<QLineEdit*>(w)->isReadOnly() &&
+                                  !qobject_cast<QComboBox*>(w->parentWidget()));
+            // Our controls carry names; the views' own scroll and corner
+            // buttons do not, and are reached through their view.
+            const bool ours = !w->objectName().isEmpty() && !w->objectName().startsWith(QLatin1String("qt_"));
+            if (control && ours && w->isVisible() && w->isEnabled())
+                QVERIFY2(reached.contains(w), qPrintable(QStringLiteral("page %1: %2").arg(page + 1).arg(w->objectName())));
+        }
+    }
 }
 
 QTEST_MAIN(MainWindowTest)

@@ -8,6 +8,14 @@ PortWatcher::PortWatcher(QObject* parent) : QObject(parent)
     timer_.start(kIntervalMs);
 }
 
+void PortWatcher::pause() { timer_.stop(); }
+
+void PortWatcher::resume()
+{
+    timer_.start(kIntervalMs);
+    look();
+}
+
 void PortWatcher::look()
 {
     const QList<PortEntry> now = listPorts();

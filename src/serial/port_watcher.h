@@ -9,7 +9,9 @@ namespace velmor {
 
 // Follows the port list while the program runs: a USB adapter plugged in or
 // a simulator started appears, one that goes away disappears. The list is
-// looked at once a second; a change is told once.
+// looked at once a second; a change is told once. Looking costs a walk over
+// every tty the system has, so it pauses while nothing may change anyway
+// (a flow is running) and looks at once when it goes on.
 class PortWatcher : public QObject {
     Q_OBJECT
 public:
@@ -19,6 +21,9 @@ public:
 
     // The list the next change is measured against.
     void setKnown(const QList<PortEntry>& ports) { known_ = ports; }
+
+    void pause();
+    void resume();
 
 signals:
     void portsChanged(const QList<velmor::PortEntry>& ports);

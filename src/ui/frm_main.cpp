@@ -92,7 +92,7 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
         if (!enabled || !flowRunning_)
             EnableCommands(enabled);
     });
-    connect(&watcher_, &PortWatcher::portsChanged, this, &frmMain::portsChanged);
+    connect(&watcher_, &PortWatcher::portsChanged, this, &frmMain::applyPorts);
 }
 
 frmMain::~frmMain() = default;
@@ -246,16 +246,15 @@ void frmMain::runFlow(Flow flow)
     if (flowRunning_)  // the commands are locked; a queued click finds nothing to do
         return;
     flowRunning_ = true;
+    // The ports a flow talks to keep their numbers until it ends.
+    watcher_.pause();
     EnableCommands(false);
     flow();
     view_.flush();
     unlockPanels();
     EnableCommands(true);
     flowRunning_ = false;
-    if (pendingPorts_) {
-        applyPorts(*pendingPorts_);
-        pendingPorts_.reset();
-    }
+    watcher_.resume();
     if (closePending_)
         close();
 }
@@ -340,15 +339,6 @@ void frmMain::TabStripCom_Click(int index)
     tabStripCom_->setCurrentIndex(index);
     state_.currentModule = index;
     view_.showAll();
-}
-
-void frmMain::portsChanged(const QList<PortEntry>& ports)
-{
-    // Never under a running flow: the ports it talks to keep their numbers.
-    if (flowRunning_)
-        pendingPorts_ = ports;
-    else
-        applyPorts(ports);
 }
 
 void frmMain::applyPorts(const QList<PortEntry>& ports)

@@ -12,7 +12,6 @@
 #include <QMainWindow>
 
 #include <memory>
-#include <optional>
 
 class QStackedWidget;
 class QTabBar;
@@ -81,9 +80,8 @@ private:
     void cmbComPort_Click(int number);
     void cmbModuleIndex_Click(int address);
     void showModuleTabs(int count);
-    // A port came or went: applied at once when no flow runs, else when the
-    // flow is over.
-    void portsChanged(const QList<PortEntry>& ports);
+    // A port came or went. The watcher pauses while a flow runs, so this
+    // comes only between flows.
     void applyPorts(const QList<PortEntry>& ports);
     // Runs an operator's command that talks to modules.
     template <typename Flow>
@@ -104,7 +102,6 @@ private:
     QList<PortEntry> ports_;
     PortWatcher watcher_;
     bool flowRunning_ = false;
-    std::optional<QList<PortEntry>> pendingPorts_;
     PortSearchBar* bar_;
     QTabBar* tabStripCom_;
     QTabBar* tabStrip1_;

@@ -16,11 +16,52 @@ bool CellTextModel::holds(const QModelIndex& index) const
     return index.isValid() && index.model() == this && index.row() < rowCount() && index.column() < columnCount();
 }
 
-void CellTextModel::showCells(const GridCells& cells)
+QList<int> CellTextModel::showCells(const GridCells& cells)
 {
-    beginResetModel();
-    cells_ = cells;
-    endResetModel();
+    const bool sameShape = cells.headings == cells_.headings && cells.greyColumns == cells_.greyColumns
+        && cells.rows.size() == cells_.rows.size();
+    if (!sameShape) {
+        beginResetModel();
+        cells_ = cells;
+        endResetModel();
+        QList<int> all;
+        for (int c = 0; c < columnCount(); ++c)
+            all << c;
+        return all;
+    }
+    // Redrawing after each reply of a whole read: most cells stay as they were.
+    QList<int> changed;
+    for (int r = 0; r < cells.rows.size(); ++r)
+        for (int c = 0; c < columnCount(); ++c)
+            if (setCell(r, c, cells.rows.at(r).value(c)) && !changed.contains(c))
+                changed << c;
+    cells_.firstColumnNamesRows = cells.firstColumnNamesRows;
+    return changed;
+}
+
+QList<int> CellTextModel::setCells(const QList<CellUpdate>& updates)
+{
+    QList<int> changed;
+    for (const CellUpdate& u : updates) {
+        if (u.row < 1 || u.row > rowCount() || u.column < 0 || u.column >= columnCount())
+            continue;
+        if (setCell(u.row - 1, u.column, u.text) && !changed.contains(u.column))
+            changed << u.column;
+    }
+    return changed;
+}
+
+bool CellTextModel::setCell(int row, int column, const QString& text)
+{
+    QStringList& cellsOfRow = cells_.rows[row];
+    while (cellsOfRow.size() <= column)
+        cellsOfRow << QString();
+    if (cellsOfRow.at(column) == text)
+        return false;
+    cellsOfRow[column] = text;
+    const QModelIndex cell = index(row, column);
+    emit dataChanged(cell, cell, {Qt::DisplayRole});
+    return true;
 }
 
 int CellTextModel::rowCount(const QModelIndex& parent) const
@@ -83,10 +124,16 @@ CellGrid::CellGrid(const QString& objectName, const QString& accessibleName, QWi
 
 void CellGrid::showCells(const GridCells& cells)
 {
-    model_->showCells(cells);
     verticalHeader()->setHidden(cells.firstColumnNamesRows);
-    // The widest of heading and cells, so that no heading is clipped.
-    resizeColumnsToContents();
+    fitColumns(model_->showCells(cells));
+}
+
+void CellGrid::setCells(const QList<CellUpdate>& updates) { fitColumns(model_->setCells(updates)); }
+
+void CellGrid::fitColumns(const QList<int>& columns)
+{
+    for (int c : columns)
+        resizeColumnToContents(c);
 }
 
 }  // namespace velmor

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "edit/cell_updates.h"
 #include "edit/grid_cells.h"
 
 #include <QAbstractTableModel>
@@ -21,8 +22,13 @@ class CellTextModel : public QAbstractTableModel {
 public:
     explicit CellTextModel(QObject* parent = nullptr);
 
-    // Replaces every heading and cell at once (a model reset).
-    void showCells(const GridCells& cells);
+    // Shows every heading and cell. Of a grid of the same shape and headings
+    // only the cells that differ are told as changed; otherwise the model is
+    // reset. Returns the columns whose texts changed.
+    QList<int> showCells(const GridCells& cells);
+    // Rewrites single cells (row 1 is the first data row, as the rules count);
+    // cells outside the grid are left alone. Returns the columns touched.
+    QList<int> setCells(const QList<CellUpdate>& updates);
     const GridCells& cells() const { return cells_; }
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -33,6 +39,8 @@ public:
 
 private:
     bool holds(const QModelIndex& index) const;
+    // Sets one cell and tells the view; false when it already showed that text.
+    bool setCell(int row, int column, const QString& text);
 
     GridCells cells_;
 };
@@ -46,10 +54,15 @@ public:
 
     // Shows the cells; the row numbers are hidden when column 0 names the rows.
     void showCells(const GridCells& cells);
+    // Rewrites the cells an edit changed.
+    void setCells(const QList<CellUpdate>& updates);
 
     CellTextModel* cellModel() const { return model_; }
 
 private:
+    // The widest of heading and cells, so that no heading is clipped.
+    void fitColumns(const QList<int>& columns);
+
     CellTextModel* model_;
 };
 

@@ -48,6 +48,9 @@ private slots:
     void rowNumbersHiddenWhenColumnZeroNamesTheRows();
     void noHeadingOrCellIsClipped_data();
     void noHeadingOrCellIsClipped();
+    void aGridOfTheSameShapeTellsOnlyTheCellsThatChanged();
+    void setCellsRewritesCellsInsideTheGridOnly();
+    void aRewrittenCellWidensItsColumn();
 };
 
 void CellGridTest::modelStaysConsistentAcrossShowsOfDifferentSizes()
@@ -219,6 +222,68 @@ void CellGridTest::noHeadingOrCellIsClipped()
             QVERIFY2(width >= grid.fontMetrics().horizontalAdvance(row.at(column)),
                      qPrintable(QStringLiteral("cell \"%1\": %2 px").arg(row.at(column)).arg(width)));
     }
+}
+
+void CellGridTest::aGridOfTheSameShapeTellsOnlyTheCellsThatChanged()
+{
+    CellTextModel model;
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    ModuleRecord record = defaultModule();
+    record.integralType = 1;
+    model.showCells(channelGridCells(record, Language::English, kAllChosen));
+    QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+    QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
+
+    record.channels[4].coupling = 0;
+    record.channels[9].integral = 2;
+    const QList<int> columns = model.showCells(channelGridCells(record, Language::English, kAllChosen));
+    QCOMPARE(resets.count(), 0);
+    QCOMPARE(changes.count(), 2);
+    QCOMPARE(changes.at(0).at(0).toModelIndex(), model.index(4, 4));
+    QCOMPARE(changes.at(1).at(0).toModelIndex(), model.index(9, 10));
+    QCOMPARE(columns, (QList<int>{4, 10}));
+    QCOMPARE(cell(model, 4, 4), QStringLiteral("DC Coupling"));
+    QCOMPARE(cell(model, 9, 10), QStringLiteral("Two Integral"));
+
+    // The same texts again: nothing to tell.
+    QVERIFY(model.showCells(channelGridCells(record, Language::English, kAllChosen)).isEmpty());
+    QCOMPARE(changes.count(), 2);
+    // Another language changes the headings: a reset.
+    model.showCells(channelGridCells(record, Language::Chinese, kAllChosen));
+    QCOMPARE(resets.count(), 1);
+}
+
+void CellGridTest::setCellsRewritesCellsInsideTheGridOnly()
+{
+    CellTextModel model;
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    model.showCells(adjustGridCells(recordOfModel(0), Language::English));  // four channels
+    QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
+    const QList<int> columns = model.setCells({{1, 5, QStringLiteral("1023")},
+                                               {4, 1, QStringLiteral("256")},
+                                               {4, 2, QStringLiteral("0")},      // already shows 0
+                                               {5, 1, QStringLiteral("7")},      // no fifth channel
+                                               {0, 1, QStringLiteral("7")},      // the heading row
+                                               {2, 9, QStringLiteral("7")}});    // no column 9
+    QCOMPARE(columns, (QList<int>{5, 1}));
+    QCOMPARE(changes.count(), 2);
+    QCOMPARE(cell(model, 0, 5), QStringLiteral("1023"));
+    QCOMPARE(cell(model, 3, 1), QStringLiteral("256"));
+    QCOMPARE(model.rowCount(), 4);
+    QCOMPARE(model.headerData(1, Qt::Horizontal).toString(), QStringLiteral("Zero Adjust1"));
+}
+
+void CellGridTest::aRewrittenCellWidensItsColumn()
+{
+    CellGrid grid(QStringLiteral("MSHGridNoOperate"), QStringLiteral("Adjust values"));
+    grid.resize(400, 300);
+    grid.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&grid));
+    grid.showCells(adjustGridCells(defaultModule(), Language::English));
+    const QString wide = QStringLiteral("123456789012345678901234567890");
+    grid.setCells({{3, 2, wide}});
+    QVERIFY2(grid.horizontalHeader()->sectionSize(2) >= grid.fontMetrics().horizontalAdvance(wide),
+             qPrintable(QString::number(grid.horizontalHeader()->sectionSize(2))));
 }
 
 QTEST_MAIN(CellGridTest)

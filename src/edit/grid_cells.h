@@ -22,11 +22,26 @@ struct GridCells {
     bool operator==(const GridCells&) const = default;
 };
 
-// Columns of the channel grid that the rules single out; 1 to 10 are the
-// channel parameters, 11 to 16 the reference columns (model/reference.h).
+// The channel grid's columns: 1 to 10 are the channel parameters, 11 to 16
+// the reference columns (model/reference.h).
 inline constexpr int kChannelNameColumn = 0;
+inline constexpr int kExcitationColumn = 1;
+inline constexpr int kBalanceColumn = 2;
 inline constexpr int kAutoBalanceColumn = 3;
-inline constexpr int kLastParameterColumn = 10;
+inline constexpr int kCouplingColumn = 4;
+inline constexpr int kGainColumn = 5;
+inline constexpr int kCutoffColumn = 6;
+inline constexpr int kHoldColumn = 7;
+inline constexpr int kZeroAdjustColumn = 8;
+inline constexpr int kGainAdjustColumn = 9;
+inline constexpr int kIntegralColumn = 10;
+inline constexpr int kLastParameterColumn = kIntegralColumn;
+inline constexpr int kBridgeColumn = 11;
+inline constexpr int kCoefColumn = 12;
+inline constexpr int kSensitivityColumn = 13;
+inline constexpr int kRangeColumn = 14;
+inline constexpr int kUnitColumn = 15;
+inline constexpr int kTypeColumn = 16;
 
 // The channel grid MSHGridOperate: columns 0 to 10, and the grey reference
 // columns 11 to 16 for "TM-B8" and "TM-B16" only. One row per channel of the

@@ -13,6 +13,14 @@ public:
     virtual void showMessage(const QString& title, const QString& text) = 0;
     // OK and Cancel; true for OK.
     virtual bool confirm(const QString& title, const QString& text) = 0;
+    // A prompt with a text box; the answer, or an empty text for Cancel. A
+    // front end that cannot ask answers as Cancel does, which changes nothing.
+    virtual QString askText(const QString& title, const QString& prompt)
+    {
+        Q_UNUSED(title);
+        Q_UNUSED(prompt);
+        return QString();
+    }
 };
 
 }  // namespace velmor

@@ -1,5 +1,6 @@
 #include "widget_dialogs.h"
 
+#include <QInputDialog>
 #include <QMessageBox>
 
 namespace velmor {
@@ -22,6 +23,15 @@ void WidgetDialogs::showMessage(const QString& title, const QString& text)
 bool WidgetDialogs::confirm(const QString& title, const QString& text)
 {
     return ask(owner_, title, text, QMessageBox::Ok | QMessageBox::Cancel) == QMessageBox::Ok;
+}
+
+QString WidgetDialogs::askText(const QString& title, const QString& prompt)
+{
+    QInputDialog box(owner_);
+    box.setWindowTitle(title);
+    box.setLabelText(prompt);
+    box.setInputMode(QInputDialog::TextInput);
+    return box.exec() == QDialog::Accepted ? box.textValue() : QString();
 }
 
 }  // namespace velmor

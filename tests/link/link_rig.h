@@ -11,7 +11,8 @@
 
 namespace velmor::testing {
 
-// Message boxes as a list; questions answered as the test says.
+// Message boxes and prompts as lists; questions and prompts answered as the
+// test says.
 class RecordingDialogs : public OperatorDialogs {
 public:
     void showMessage(const QString& title, const QString& text) override { messages.append({title, text}); }
@@ -20,10 +21,18 @@ public:
         questions.append({title, text});
         return answer;
     }
+    // Prompts take the next of `typedAnswers`, then an empty answer (Cancel).
+    QString askText(const QString& title, const QString& prompt) override
+    {
+        prompts.append({title, prompt});
+        return typedAnswers.isEmpty() ? QString() : typedAnswers.takeFirst();
+    }
     QStringList texts() const;
 
     QList<QPair<QString, QString>> messages;
     QList<QPair<QString, QString>> questions;
+    QList<QPair<QString, QString>> prompts;
+    QStringList typedAnswers;
     bool answer = true;
 };
 

@@ -1,66 +1,17 @@
 // What a list choice and a prompt answer store in the selected channels of the
 // channel grid, and which cells follow.
 #include "edit/channel_rules.h"
-#include "model/models.h"
+#include "edit_testkit.h"
 #include "model/reference.h"
 
 #include <QTest>
 
 #include <algorithm>
-#include <initializer_list>
-#include <utility>
 
 using namespace velmor;
-
-namespace velmor {
-
-// Readable failure messages (found by QTest through argument-dependent lookup).
-QString describeCell(const CellUpdate& cell)
-{
-    return QStringLiteral("(%1, %2, \"%3\")").arg(cell.row).arg(cell.column).arg(cell.text);
-}
-char* toString(const CellUpdate& cell)
-{
-    return QTest::toString(describeCell(cell));
-}
-char* toString(const EditResult& result)
-{
-    QStringList cells;
-    for (const CellUpdate& cell : result.cells)
-        cells << describeCell(cell);
-    return QTest::toString(QStringLiteral("stored %1, cells [%2]").arg(result.stored).arg(cells.join(u", ")));
-}
-
-}  // namespace velmor
-
-Q_DECLARE_METATYPE(velmor::Language)
-Q_DECLARE_METATYPE(velmor::ModuleRecord)
+using namespace velmor::testing;
 
 namespace {
-
-using CodeSetting = std::pair<quint8 ModuleRecord::*, int>;
-
-// A default module of the given model with some capability codes changed.
-ModuleRecord moduleOf(int modelCode, std::initializer_list<CodeSetting> codes = {})
-{
-    ModuleRecord module = defaultModule();
-    recognizeModel(module, modelCode);
-    module.modelCode = static_cast<quint8>(modelCode);
-    for (const CodeSetting& code : codes)
-        module.*code.first = static_cast<quint8>(code.second);
-    return module;
-}
-
-ChannelRecord& channel(ModuleRecord& module, int index)
-{
-    return module.channels[static_cast<size_t>(index)];
-}
-
-constexpr int kTmA4 = 0;
-constexpr int kTmC16 = 2;
-constexpr int kTmB8 = 3;
-constexpr int kTmB16 = 4;
-constexpr int kTmC8 = 6;
 
 // "TM-B8" with voltage excitation (code 0 reads "10.0V") and the long gain list
 // "1,2,5,10,100,200,500,1000,...", so that ranges come out round.

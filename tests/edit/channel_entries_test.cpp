@@ -1,67 +1,20 @@
 // Values typed straight into the channel grid's cells, the cut-off frequency
 // entry with its two choices, and the frequency dialog's OK.
 #include "edit/channel_rules.h"
+#include "edit_testkit.h"
 #include "model/key_filters.h"
-#include "model/models.h"
 #include "model/reference.h"
 
 #include <QTest>
 
-#include <initializer_list>
 #include <string_view>
-#include <utility>
 
 using namespace velmor;
+using namespace velmor::testing;
 
-namespace velmor {
-
-// Readable failure messages (found by QTest through argument-dependent lookup).
-QString describeCell(const CellUpdate& cell)
-{
-    return QStringLiteral("(%1, %2, \"%3\")").arg(cell.row).arg(cell.column).arg(cell.text);
-}
-char* toString(const CellUpdate& cell)
-{
-    return QTest::toString(describeCell(cell));
-}
-char* toString(const EditResult& result)
-{
-    QStringList cells;
-    for (const CellUpdate& cell : result.cells)
-        cells << describeCell(cell);
-    return QTest::toString(QStringLiteral("stored %1, cells [%2]").arg(result.stored).arg(cells.join(u", ")));
-}
-
-}  // namespace velmor
-
-Q_DECLARE_METATYPE(velmor::Language)
-Q_DECLARE_METATYPE(velmor::ModuleRecord)
 Q_DECLARE_METATYPE(velmor::FrequencyFit)
 
 namespace {
-
-using CodeSetting = std::pair<quint8 ModuleRecord::*, int>;
-
-ModuleRecord moduleOf(int modelCode, std::initializer_list<CodeSetting> codes = {})
-{
-    ModuleRecord module = defaultModule();
-    recognizeModel(module, modelCode);
-    module.modelCode = static_cast<quint8>(modelCode);
-    for (const CodeSetting& code : codes)
-        module.*code.first = static_cast<quint8>(code.second);
-    return module;
-}
-
-ChannelRecord& channel(ModuleRecord& module, int index)
-{
-    return module.channels[static_cast<size_t>(index)];
-}
-
-constexpr int kTmA4 = 0;
-constexpr int kTmC16 = 2;
-constexpr int kTmB8 = 3;
-constexpr int kTmB16 = 4;
-constexpr int kTmC8 = 6;
 
 // Every prompt column editable: balance, zero adjust and a 10-bit adjust converter.
 ModuleRecord adjustable(int modelCode, int version = 0)
@@ -85,10 +38,7 @@ ModuleRecord withFilter(int filterType, int modelCode = kTmB8)
 
 QList<CellUpdate> cutoffCells(int first, int last, const QString& text)
 {
-    QList<CellUpdate> cells;
-    for (int row = first; row <= last; ++row)
-        cells << CellUpdate{row, 6, text};
-    return cells;
+    return cellsInRows(first, last, kCutoffColumn, text);
 }
 
 // Whether exactly rows first..last (1-based) hold `code`; the others keep the start value 100.

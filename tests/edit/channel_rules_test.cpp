@@ -1,34 +1,17 @@
 // The channel grid's editors: which one a click opens, what opening the
 // division list does, and the automatic-balance toggle.
 #include "edit/channel_rules.h"
+#include "edit_testkit.h"
 #include "model/models.h"
 
 #include <QTest>
 
-#include <algorithm>
-#include <initializer_list>
-#include <utility>
-
 using namespace velmor;
+using namespace velmor::testing;
 
 namespace velmor {
 
 // Readable failure messages (found by QTest through argument-dependent lookup).
-QString describeCell(const CellUpdate& cell)
-{
-    return QStringLiteral("(%1, %2, \"%3\")").arg(cell.row).arg(cell.column).arg(cell.text);
-}
-char* toString(const CellUpdate& cell)
-{
-    return QTest::toString(describeCell(cell));
-}
-char* toString(const EditResult& result)
-{
-    QStringList cells;
-    for (const CellUpdate& cell : result.cells)
-        cells << describeCell(cell);
-    return QTest::toString(QStringLiteral("stored %1, cells [%2]").arg(result.stored).arg(cells.join(u", ")));
-}
 char* toString(EditorKind kind)
 {
     return QTest::toString(QString::number(static_cast<int>(kind)).prepend(QStringLiteral("EditorKind ")));
@@ -40,38 +23,8 @@ char* toString(Refusal refusal)
 
 }  // namespace velmor
 
-Q_DECLARE_METATYPE(velmor::Language)
-Q_DECLARE_METATYPE(velmor::ModuleRecord)
 Q_DECLARE_METATYPE(velmor::EditorKind)
 Q_DECLARE_METATYPE(velmor::Refusal)
-
-namespace {
-
-using CodeSetting = std::pair<quint8 ModuleRecord::*, int>;
-
-// A default module of the given model with some capability codes changed.
-ModuleRecord moduleOf(int modelCode, std::initializer_list<CodeSetting> codes = {})
-{
-    ModuleRecord module = defaultModule();
-    recognizeModel(module, modelCode);
-    module.modelCode = static_cast<quint8>(modelCode);
-    for (const CodeSetting& code : codes)
-        module.*code.first = static_cast<quint8>(code.second);
-    return module;
-}
-
-ChannelRecord& channel(ModuleRecord& module, int index)
-{
-    return module.channels[static_cast<size_t>(index)];
-}
-
-constexpr int kTmC16 = 2;
-constexpr int kTmB8 = 3;
-constexpr int kTmB16 = 4;
-constexpr int kTmC8 = 6;
-
-
-}  // namespace
 
 class ChannelRulesTest : public QObject {
     Q_OBJECT

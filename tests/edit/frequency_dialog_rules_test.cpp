@@ -2,43 +2,23 @@
 // typing, option clicks, leaving the box, OK. Candidate values are worked out by
 // hand (base / n, rounded to five decimals).
 #include "edit/frequency_dialog_rules.h"
-#include "model/models.h"
+#include "edit_testkit.h"
 
 #include <QTest>
 
+#include <array>
+
 using namespace velmor;
-
-Q_DECLARE_METATYPE(velmor::Language)
-
-namespace velmor {
-
-// Failure messages print the cells and the stored flag.
-char* toString(const EditResult& result)
-{
-    QStringList cells;
-    for (const CellUpdate& cell : result.cells)
-        cells << QStringLiteral("(%1,%2)=\"%3\"").arg(cell.row).arg(cell.column).arg(cell.text);
-    return QTest::toString(QStringLiteral("stored=%1 cells=[%2]").arg(result.stored).arg(cells.join(u' ')));
-}
-
-}  // namespace velmor
+using namespace velmor::testing;
 
 namespace {
 
-constexpr int kTmA4 = 0;
-constexpr int kTmA8 = 1;
-constexpr int kTmC16 = 2;
-constexpr int kTmC8 = 6;
-constexpr int kCutoffColumn = 6;  // the channel grid's
-
+// Every channel's cut-off code distinct, to see which rows change.
 ModuleRecord moduleWith(int modelCode, int filterType)
 {
-    ModuleRecord module = defaultModule();
-    recognizeModel(module, modelCode);
-    module.modelCode = static_cast<quint8>(modelCode);
-    module.filterType = static_cast<quint8>(filterType);
+    ModuleRecord module = moduleOf(modelCode, {{&ModuleRecord::filterType, filterType}});
     for (int c = 0; c < kWiredChannels; ++c)
-        module.channels[static_cast<size_t>(c)].cutoff = 1000 + c;  // distinct, to see which rows change
+        channel(module, c).cutoff = 1000 + c;
     return module;
 }
 
@@ -51,18 +31,52 @@ Captions captions(const char* first, const char* second)
 
 EditResult cutoffCells(int first, int last, const QString& text)
 {
-    EditResult result;
-    for (int row = first; row <= last; ++row)
-        result.cells << CellUpdate{row, kCutoffColumn, text};
-    result.stored = true;
-    return result;
+    return storedInRows(first, last, kCutoffColumn, text);
 }
 
 ModuleRecord withCutoff(ModuleRecord module, int first, int last, int code)
 {
     for (int row = first; row <= last; ++row)
-        module.channels[static_cast<size_t>(row - 1)].cutoff = code;
+        channel(module, row - 1).cutoff = code;
     return module;
+}
+
+// A row of the tables that end in what the dialog shows: the module's model
+// and filter type, the text, both captions and the code of option 0.
+struct ShownRow {
+    int modelCode;
+    int filterType;
+    QString text;
+    Captions captions;
+    int code;
+};
+
+void addShownColumns()
+{
+    QTest::addColumn<int>("modelCode");
+    QTest::addColumn<int>("filterType");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("first");
+    QTest::addColumn<QString>("second");
+    QTest::addColumn<int>("code");
+}
+
+ShownRow fetchShownRow()
+{
+    QFETCH(int, modelCode);
+    QFETCH(int, filterType);
+    QFETCH(QString, text);
+    QFETCH(QString, first);
+    QFETCH(QString, second);
+    QFETCH(int, code);
+    return {modelCode, filterType, text, {first, second}, code};
+}
+
+void compareShown(const FrequencyDialogState& state, const ShownRow& row)
+{
+    QCOMPARE(state.text, row.text);
+    QCOMPARE(state.captions, row.captions);
+    QCOMPARE(state.choice.code, row.code);
 }
 
 }  // namespace
@@ -211,12 +225,7 @@ void FrequencyDialogRulesTest::belowTheLowestIsTooLow()
 
 void FrequencyDialogRulesTest::withinTheLimitsRecomputesOnTheFilterTypesBase_data()
 {
-    QTest::addColumn<int>("modelCode");
-    QTest::addColumn<int>("filterType");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("first");
-    QTest::addColumn<QString>("second");
-    QTest::addColumn<int>("code");
+    addShownColumns();
     QTest::newRow("3 on filterType 1") << kTmA8 << 1 << "3" << "3.00012" << "2.99994" << 33332;
     QTest::newRow("50000 on filterType 3") << kTmA8 << 3 << "50000" << "50000.00000" << "25000.00000" << 2;
     QTest::newRow("30000 on filterType 4") << kTmA8 << 4 << "30000" << "30000.00000" << "25000.00000" << 5;
@@ -228,18 +237,11 @@ void FrequencyDialogRulesTest::withinTheLimitsRecomputesOnTheFilterTypesBase_dat
 
 void FrequencyDialogRulesTest::withinTheLimitsRecomputesOnTheFilterTypesBase()
 {
-    QFETCH(int, modelCode);
-    QFETCH(int, filterType);
-    QFETCH(QString, text);
-    QFETCH(QString, first);
-    QFETCH(QString, second);
-    QFETCH(int, code);
-    const ModuleRecord module = moduleWith(modelCode, filterType);
+    const ShownRow row = fetchShownRow();
+    const ModuleRecord module = moduleWith(row.modelCode, row.filterType);
     FrequencyDialogState state = startFrequencyDialog(module, QStringLiteral("100.00000"));
-    frequencyTextChanged(state, module, text, Language::English);
-    QCOMPARE(state.text, text);
-    QCOMPARE(state.captions, (Captions{first, second}));
-    QCOMPARE(state.choice.code, code);
+    frequencyTextChanged(state, module, row.text, Language::English);
+    compareShown(state, row);
 }
 
 void FrequencyDialogRulesTest::tmC8StartsOnBase150000AndChangesOnFilterType()
@@ -263,12 +265,7 @@ void FrequencyDialogRulesTest::tmC8StartsOnBase150000AndChangesOnFilterType()
 
 void FrequencyDialogRulesTest::startTakesTheExactLowestValuesApart_data()
 {
-    QTest::addColumn<int>("modelCode");
-    QTest::addColumn<int>("filterType");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("first");
-    QTest::addColumn<QString>("second");
-    QTest::addColumn<int>("code");
+    addShownColumns();
     QTest::newRow("1.52593 on base 50000") << kTmA8 << 3 << "1.52593" << "1.52593" << "1.52593" << 65534;
     QTest::newRow("2.28889 on base 150000") << kTmA8 << 4 << "2.28889" << "2.28889" << "2.28889" << 65534;
     // TM-C8 at start: 1.83111 is exact, n = round(150000 / f) = 81918, and the
@@ -282,16 +279,8 @@ void FrequencyDialogRulesTest::startTakesTheExactLowestValuesApart_data()
 
 void FrequencyDialogRulesTest::startTakesTheExactLowestValuesApart()
 {
-    QFETCH(int, modelCode);
-    QFETCH(int, filterType);
-    QFETCH(QString, text);
-    QFETCH(QString, first);
-    QFETCH(QString, second);
-    QFETCH(int, code);
-    const FrequencyDialogState state = startFrequencyDialog(moduleWith(modelCode, filterType), text);
-    QCOMPARE(state.text, text);
-    QCOMPARE(state.captions, (Captions{first, second}));
-    QCOMPARE(state.choice.code, code);
+    const ShownRow row = fetchShownRow();
+    compareShown(startFrequencyDialog(moduleWith(row.modelCode, row.filterType), row.text), row);
 }
 
 void FrequencyDialogRulesTest::startShowsCandidatesWithoutALimitCheck()

@@ -4,45 +4,24 @@
 // record, so any field written by mistake shows up as a difference.
 #include "edit/grid_cells.h"
 #include "edit/trim_rules.h"
-#include "model/models.h"
+#include "edit_testkit.h"
 
 #include <QTest>
 
 #include <limits>
 
 using namespace velmor;
+using namespace velmor::testing;
 
 Q_DECLARE_METATYPE(velmor::TrimGrid)
-Q_DECLARE_METATYPE(velmor::Language)
-
-namespace velmor {
-
-// Failure messages print the cells and the stored flag.
-char* toString(const EditResult& result)
-{
-    QStringList cells;
-    for (const CellUpdate& cell : result.cells)
-        cells << QStringLiteral("(%1,%2)=\"%3\"").arg(cell.row).arg(cell.column).arg(cell.text);
-    return QTest::toString(QStringLiteral("stored=%1 cells=[%2]").arg(result.stored).arg(cells.join(u' ')));
-}
-
-}  // namespace velmor
 
 namespace {
-
-ModuleRecord moduleOfModel(int modelCode)
-{
-    ModuleRecord module = defaultModule();
-    recognizeModel(module, modelCode);
-    module.modelCode = static_cast<quint8>(modelCode);
-    return module;
-}
 
 // A record whose trimming values are all distinct, so a write to the wrong
 // entry or channel cannot go unnoticed.
 ModuleRecord filledModule(int modelCode)
 {
-    ModuleRecord module = moduleOfModel(modelCode);
+    ModuleRecord module = moduleOf(modelCode);
     for (int c = 0; c < kWiredChannels; ++c) {
         ChannelRecord& channel = module.channels[static_cast<size_t>(c)];
         for (int e = 0; e < kTableEntries; ++e) {
@@ -66,13 +45,54 @@ qint32& entryOf(Table17& table, int index)
     return table[static_cast<size_t>(index)];
 }
 
-EditResult cellsInRows(int first, int last, int column, const QString& text)
+// The adjust grid's columns 1-4 hold zeroAdjustTable entries 0-3, columns 5-8
+// gainAdjustTable entries 0-3.
+qint32& adjustEntry(ChannelRecord& channel, int column)
 {
-    EditResult result;
-    for (int row = first; row <= last; ++row)
-        result.cells << CellUpdate{row, column, text};
-    result.stored = true;
-    return result;
+    return column <= 4 ? entryOf(channel.zeroAdjustTable, column - 1) : entryOf(channel.gainAdjustTable, column - 5);
+}
+
+// A row of the coefficient tables, typed into one cell or answered for several
+// rows alike: the model, the grid column, the text, and the coefficient entry
+// that takes the scaled value.
+struct CoefficientRow {
+    int modelCode;
+    int column;
+    QString text;
+    bool zeroCoef;
+    int index;
+    int value;
+};
+
+void addCoefficientColumns()
+{
+    QTest::addColumn<int>("modelCode");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("zeroCoef");
+    QTest::addColumn<int>("index");
+    QTest::addColumn<int>("value");
+}
+
+CoefficientRow fetchCoefficientRow()
+{
+    QFETCH(int, modelCode);
+    QFETCH(int, column);
+    QFETCH(QString, text);
+    QFETCH(bool, zeroCoef);
+    QFETCH(int, index);
+    QFETCH(int, value);
+    return {modelCode, column, text, zeroCoef, index, value};
+}
+
+// `module` with the row's coefficient entry set to its value in rows first..last.
+ModuleRecord withCoefficient(ModuleRecord module, int first, int last, const CoefficientRow& row)
+{
+    for (int r = first; r <= last; ++r) {
+        ChannelRecord& channel = channelOf(module, r);
+        entryOf(row.zeroCoef ? channel.zeroCoef : channel.gainCoef, row.index) = row.value;
+    }
+    return module;
 }
 
 EditResult oneCell(int row, int column, const QString& text, bool stored)
@@ -82,10 +102,6 @@ EditResult oneCell(int row, int column, const QString& text, bool stored)
     result.stored = stored;
     return result;
 }
-
-constexpr int kTmA4 = 0;
-constexpr int kTmC16 = 2;
-constexpr int kTmB8 = 3;
 
 }  // namespace
 
@@ -206,12 +222,8 @@ void TrimRulesTest::leavingAnAdjustCellStoresRoundedHalvesToEven()
     ModuleRecord expected = module;
     const int row = 4;
     const QString cellText = adjustCellText(channelOf(module, row), column);
-    if (stored) {
-        ChannelRecord& channel = channelOf(expected, row);
-        qint32& entry = column <= 4 ? entryOf(channel.zeroAdjustTable, column - 1)
-                                    : entryOf(channel.gainAdjustTable, column - 5);
-        entry = value;
-    }
+    if (stored)
+        adjustEntry(channelOf(expected, row), column) = value;
     const EditResult result = typeIntoTrimCell(TrimGrid::Adjust, module, row, column, cellText, text);
     QCOMPARE(result, oneCell(row, column, text, stored));
     QCOMPARE(module, expected);
@@ -300,12 +312,7 @@ void TrimRulesTest::gainCoef12345Shows123Point45AndTyping1Point25Stores125()
 
 void TrimRulesTest::leavingACoefficientCellStoresScaledValues_data()
 {
-    QTest::addColumn<int>("modelCode");
-    QTest::addColumn<int>("column");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("zeroCoef");
-    QTest::addColumn<int>("index");
-    QTest::addColumn<int>("value");
+    addCoefficientColumns();
     QTest::newRow("gain column 4") << kTmC16 << 4 << "-2" << false << 3 << -200;
     QTest::newRow("gain 0.125 to even 12") << kTmC16 << 2 << "0.125" << false << 1 << 12;
     QTest::newRow("gain 0.375 to even 38") << kTmC16 << 3 << "0.375" << false << 2 << 38;
@@ -323,19 +330,12 @@ void TrimRulesTest::leavingACoefficientCellStoresScaledValues_data()
 
 void TrimRulesTest::leavingACoefficientCellStoresScaledValues()
 {
-    QFETCH(int, modelCode);
-    QFETCH(int, column);
-    QFETCH(QString, text);
-    QFETCH(bool, zeroCoef);
-    QFETCH(int, index);
-    QFETCH(int, value);
-    ModuleRecord module = filledModule(modelCode);
-    ModuleRecord expected = module;
-    ChannelRecord& channel = channelOf(expected, 2);
-    entryOf(zeroCoef ? channel.zeroCoef : channel.gainCoef, index) = value;
-    const QString cellText = calibrationCellText(modelCode, channelOf(module, 2), column);
-    const EditResult result = typeIntoTrimCell(TrimGrid::Calibration, module, 2, column, cellText, text);
-    QCOMPARE(result, oneCell(2, column, text, true));
+    const CoefficientRow row = fetchCoefficientRow();
+    ModuleRecord module = filledModule(row.modelCode);
+    const ModuleRecord expected = withCoefficient(module, 2, 2, row);
+    const QString cellText = calibrationCellText(row.modelCode, channelOf(module, 2), row.column);
+    const EditResult result = typeIntoTrimCell(TrimGrid::Calibration, module, 2, row.column, cellText, row.text);
+    QCOMPARE(result, oneCell(2, row.column, row.text, true));
     QCOMPARE(module, expected);
 }
 
@@ -413,7 +413,7 @@ void TrimRulesTest::dragOverRows2To5OfGainAdjustWith2000Stores1023()
         channelOf(expected, row).gainAdjustTable[1] = 1023;
     QVERIFY(trimRowsNeedPrompt(RowSpan{2, 5}));
     const EditResult result = answerTrimRows(TrimGrid::Adjust, module, RowSpan{2, 5}, 6, QStringLiteral("2000"));
-    QCOMPARE(result, cellsInRows(2, 5, 6, QStringLiteral("1023")));
+    QCOMPARE(result, storedInRows(2, 5, 6, QStringLiteral("1023")));
     QCOMPARE(module, expected);
 }
 
@@ -423,7 +423,7 @@ void TrimRulesTest::dragRowsGivenInEitherOrderGiveTheSameResult()
     ModuleRecord upward = downward;
     const EditResult down = answerTrimRows(TrimGrid::Calibration, downward, RowSpan{3, 6}, 2, QStringLiteral("1.5"));
     const EditResult up = answerTrimRows(TrimGrid::Calibration, upward, RowSpan{6, 3}, 2, QStringLiteral("1.5"));
-    QCOMPARE(down, cellsInRows(3, 6, 2, QStringLiteral("1.5")));
+    QCOMPARE(down, storedInRows(3, 6, 2, QStringLiteral("1.5")));
     QCOMPARE(up, down);
     QCOMPARE(upward, downward);
     QCOMPARE(channelOf(upward, 3).gainCoef[1], 150);
@@ -486,23 +486,16 @@ void TrimRulesTest::adjustAnswerIsRoundedAndCappedAtTheColumnLimit()
     QFETCH(QString, shown);
     ModuleRecord module = filledModule(kTmC16);
     ModuleRecord expected = module;
-    for (int row = 9; row <= 10; ++row) {
-        ChannelRecord& channel = channelOf(expected, row);
-        entryOf(column <= 4 ? channel.zeroAdjustTable : channel.gainAdjustTable, (column - 1) % 4) = value;
-    }
+    for (int row = 9; row <= 10; ++row)
+        adjustEntry(channelOf(expected, row), column) = value;
     const EditResult result = answerTrimRows(TrimGrid::Adjust, module, RowSpan{9, 10}, column, answer);
-    QCOMPARE(result, cellsInRows(9, 10, column, shown));
+    QCOMPARE(result, storedInRows(9, 10, column, shown));
     QCOMPARE(module, expected);
 }
 
 void TrimRulesTest::coefficientAnswerIsScaledLikeTyping_data()
 {
-    QTest::addColumn<int>("modelCode");
-    QTest::addColumn<int>("column");
-    QTest::addColumn<QString>("answer");
-    QTest::addColumn<bool>("zeroCoef");
-    QTest::addColumn<int>("index");
-    QTest::addColumn<int>("value");
+    addCoefficientColumns();
     QTest::newRow("gain in hundredths") << kTmC16 << 2 << "1.5" << false << 1 << 150;
     QTest::newRow("zero in tenths") << kTmC16 << 7 << "1.5" << true << 2 << 15;
     QTest::newRow("zero 0.25 to even 2") << kTmC16 << 5 << "0.25" << true << 0 << 2;
@@ -512,20 +505,11 @@ void TrimRulesTest::coefficientAnswerIsScaledLikeTyping_data()
 
 void TrimRulesTest::coefficientAnswerIsScaledLikeTyping()
 {
-    QFETCH(int, modelCode);
-    QFETCH(int, column);
-    QFETCH(QString, answer);
-    QFETCH(bool, zeroCoef);
-    QFETCH(int, index);
-    QFETCH(int, value);
-    ModuleRecord module = filledModule(modelCode);
-    ModuleRecord expected = module;
-    for (int row = 1; row <= 3; ++row) {
-        ChannelRecord& channel = channelOf(expected, row);
-        entryOf(zeroCoef ? channel.zeroCoef : channel.gainCoef, index) = value;
-    }
-    const EditResult result = answerTrimRows(TrimGrid::Calibration, module, RowSpan{1, 3}, column, answer);
-    QCOMPARE(result, cellsInRows(1, 3, column, answer));
+    const CoefficientRow row = fetchCoefficientRow();
+    ModuleRecord module = filledModule(row.modelCode);
+    const ModuleRecord expected = withCoefficient(module, 1, 3, row);
+    const EditResult result = answerTrimRows(TrimGrid::Calibration, module, RowSpan{1, 3}, row.column, row.text);
+    QCOMPARE(result, storedInRows(1, 3, row.column, row.text));
     QCOMPARE(module, expected);
 }
 
@@ -536,7 +520,7 @@ void TrimRulesTest::dragStopsAtTheModulesLastChannel()
     for (int row = 2; row <= 4; ++row)
         channelOf(expected, row).zeroAdjustTable[0] = 9;
     const EditResult result = answerTrimRows(TrimGrid::Adjust, module, RowSpan{2, 6}, 1, QStringLiteral("9"));
-    QCOMPARE(result, cellsInRows(2, 4, 1, QStringLiteral("9")));
+    QCOMPARE(result, storedInRows(2, 4, 1, QStringLiteral("9")));
     QCOMPARE(module, expected);
 }
 

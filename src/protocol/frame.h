@@ -41,6 +41,7 @@ inline constexpr int kGroupChannelsFirst = 1;     // 1..4: channel parameters of
 inline constexpr int kGroupAdjustFirst = 5;       // 5..8: adjust blocks of the same channels
 inline constexpr int kGroupCalibrationFirst = 9;  // 9..16: calibration of a channel pair
 inline constexpr int kChannelGroups = 4;
+inline constexpr int kChannelsPerGroup = 4;
 inline constexpr int kCalibrationPairs = 8;
 
 using Frame = std::array<quint8, kFullFrameLength>;

@@ -2,6 +2,10 @@
 
 #include <QBrush>
 #include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QMouseEvent>
+
+#include <algorithm>
 
 namespace velmor {
 
@@ -51,6 +55,21 @@ QList<int> CellTextModel::setCells(const QList<CellUpdate>& updates)
     return changed;
 }
 
+void CellTextModel::setPictures(int column, const QHash<QString, QIcon>& pictures)
+{
+    pictureColumn_ = column;
+    pictures_ = pictures;
+    if (rowCount() > 0 && column < columnCount())
+        emit dataChanged(index(0, column), index(rowCount() - 1, column));
+}
+
+QString CellTextModel::cellText(int row, int column) const
+{
+    if (row < 1 || row > rowCount())
+        return QString();
+    return cells_.rows.at(row - 1).value(column);
+}
+
 bool CellTextModel::setCell(int row, int column, const QString& text)
 {
     QStringList& cellsOfRow = cells_.rows[row];
@@ -78,10 +97,17 @@ QVariant CellTextModel::data(const QModelIndex& index, int role) const
 {
     if (!holds(index))
         return QVariant();
+    // A row shorter than the headings shows blanks in the missing cells.
+    const QString text = cells_.rows.at(index.row()).value(index.column());
+    const bool picture = index.column() == pictureColumn_ && pictures_.contains(text);
     switch (role) {
     case Qt::DisplayRole:
-        // A row shorter than the headings shows blanks in the missing cells.
-        return cells_.rows.at(index.row()).value(index.column());
+        return picture ? QString() : text;
+    case Qt::DecorationRole:
+        return picture ? pictures_.value(text) : QVariant();
+    case Qt::ToolTipRole:
+    case Qt::AccessibleTextRole:
+        return picture ? text : QVariant();
     case Qt::TextAlignmentRole:
         return static_cast<int>(Qt::AlignCenter);
     case Qt::BackgroundRole:
@@ -129,6 +155,35 @@ void CellGrid::showCells(const GridCells& cells)
 }
 
 void CellGrid::setCells(const QList<CellUpdate>& updates) { fitColumns(model_->setCells(updates)); }
+
+QList<int> CellGrid::showEdit(const EditResult& result)
+{
+    setCells(result.cells);
+    QList<int> rows;
+    if (result.stored)
+        for (const CellUpdate& cell : result.cells)
+            if (!rows.contains(cell.row))
+                rows << cell.row;
+    return rows;
+}
+
+RowSpan CellGrid::selectedRows(int row) const
+{
+    RowSpan rows{row, row};
+    for (const QModelIndex& index : selectionModel()->selectedIndexes()) {
+        rows.first = std::min(rows.first, index.row() + 1);
+        rows.last = std::max(rows.last, index.row() + 1);
+    }
+    return rows;
+}
+
+void CellGrid::mouseReleaseEvent(QMouseEvent* event)
+{
+    QTableView::mouseReleaseEvent(event);
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && index.isValid() && isEnabled())
+        emit cellReleased(index.row() + 1, index.column(), selectedRows(index.row() + 1));
+}
 
 void CellGrid::fitColumns(const QList<int>& columns)
 {

@@ -3,8 +3,12 @@
 #include "edit/cell_updates.h"
 #include "edit/grid_cells.h"
 
+#include "model/cutoff_groups.h"
+
 #include <QAbstractTableModel>
 #include <QColor>
+#include <QHash>
+#include <QIcon>
 #include <QTableView>
 
 namespace velmor {
@@ -29,6 +33,10 @@ public:
     // Rewrites single cells (row 1 is the first data row, as the rules count);
     // cells outside the grid are left alone. Returns the columns touched.
     QList<int> setCells(const QList<CellUpdate>& updates);
+    // A column whose cells show a picture chosen by their text; the text stays
+    // the cell's accessible text and tool tip.
+    void setPictures(int column, const QHash<QString, QIcon>& pictures);
+    QString cellText(int row, int column) const;
     const GridCells& cells() const { return cells_; }
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -43,6 +51,8 @@ private:
     bool setCell(int row, int column, const QString& text);
 
     GridCells cells_;
+    int pictureColumn_ = -1;
+    QHash<QString, QIcon> pictures_;
 };
 
 // One of the three grids of the main window: a table view that owns its cell
@@ -56,8 +66,21 @@ public:
     void showCells(const GridCells& cells);
     // Rewrites the cells an edit changed.
     void setCells(const QList<CellUpdate>& updates);
+    // Shows what an edit returned; the rows (1-based) whose record it changed,
+    // none when it stored nothing.
+    QList<int> showEdit(const EditResult& result);
 
     CellTextModel* cellModel() const { return model_; }
+    // The rows (1-based) of the current selection together with `row`.
+    RowSpan selectedRows(int row) const;
+
+signals:
+    // A mouse button came up over the cell at `row` (1-based) and `column`:
+    // a click, or the end of a drag that selected `rows`.
+    void cellReleased(int row, int column, velmor::RowSpan rows);
+
+protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     // The widest of heading and cells, so that no heading is clipped.

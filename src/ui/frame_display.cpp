@@ -48,4 +48,18 @@ void FrameDisplay::showReply(const Request& request, const QByteArray& frame, co
     returned ? pane->showReturned(g, rebuilt) : pane->showSent(g, rebuilt);
 }
 
+void FrameDisplay::showEdit(const ModuleRecord& record, Panel panel, const QList<int>& rows)
+{
+    FrameTextPane* pane = panel == Panel::ChannelSetup ? frame1_->pane() : frame2_->pane();
+    const int first = panel == Panel::ChannelSetup ? kGroupChannelsFirst : kGroupAdjustFirst;
+    QList<int> groups;
+    for (int row : rows)
+        if (const int g = (row - 1) / kChannelsPerGroup; !groups.contains(g))
+            groups << g;
+    for (int g : groups)
+        pane->showSent(g, rebuiltFrame(record, first + g, kCmdWrite));
+    if (!groups.isEmpty())
+        pane->selectGroup(groups.first());
+}
+
 }  // namespace velmor

@@ -58,6 +58,7 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
     , menus_(new MainMenus(menuBar(), language_))
     , display_(frame1_, frame2_, frame3_)
     , view_(state_, language_, frame1_, frame2_, frame3_, bar_)
+    , editing_(state_, dialogs_, language_, frame1_, frame2_, display_)
 {
     setObjectName(QStringLiteral("frmMain"));
     // Form_Resize's first rule: never narrower than 8000 twips.
@@ -246,6 +247,7 @@ void frmMain::runFlow(Flow flow)
     if (flowRunning_)  // the commands are locked; a queued click finds nothing to do
         return;
     flowRunning_ = true;
+    editing_.close();
     // The ports a flow talks to keep their numbers until it ends.
     watcher_.pause();
     EnableCommands(false);
@@ -337,6 +339,7 @@ void frmMain::TabStripCom_Click(int index)
     if (index < 0 || index >= state_.moduleCount)
         return;
     tabStripCom_->setCurrentIndex(index);
+    editing_.close();
     state_.currentModule = index;
     view_.showAll();
 }

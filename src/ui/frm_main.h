@@ -6,6 +6,7 @@
 #include "model/module_table.h"
 #include "serial/com_port.h"
 #include "frame_display.h"
+#include "grid_editing.h"
 #include "module_view.h"
 #include "serial/port_watcher.h"
 
@@ -112,6 +113,7 @@ private:
     MainMenus* menus_;
     FrameDisplay display_;
     ModuleView view_;
+    GridEditing editing_;
     bool operationsOn_ = true;
     QList<OperationPanel*> lockedPanels_;
 };

@@ -33,4 +33,13 @@ void filterDigitKeys(QLineEdit* box)
     KeyFilter::install(box, [](char16_t key, const QLineEdit&) { return FilterDigitKey(key); });
 }
 
+char16_t decimalKeyFor(char16_t key, const QLineEdit& box)
+{
+    // The caret, or the start of the selection when there is one.
+    const int start = box.hasSelectedText() ? box.selectionStart() : box.cursorPosition();
+    return FilterDecimalKey(key, box.text(), start, static_cast<int>(box.selectedText().size()));
+}
+
+void filterDecimalKeys(QLineEdit* box) { KeyFilter::install(box, decimalKeyFor); }
+
 }  // namespace velmor

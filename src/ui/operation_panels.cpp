@@ -107,6 +107,12 @@ ChannelSetupPanel::ChannelSetupPanel(Language language)
                            command("cmdBalance", win::kBalance, &OperationPanel::balance)}));
 }
 
+void ChannelSetupPanel::addEditorStrip(QWidget* strip)
+{
+    body()->insertWidget(body()->indexOf(pane_), strip);
+    lockDuringExchanges(strip);
+}
+
 void ChannelSetupPanel::cmdShow_Click()
 {
     // The two grids take turns in one place; the caption is Chinese in both

@@ -70,6 +70,8 @@ public:
     CellGrid* channelGrid() const { return MSHGridOperate_; }
     CellGrid* calibrationGrid() const { return MSHGridCalibration_; }
     void cmdShow_Click();
+    // The grid editor's caption and choices, under the grids and locked with them.
+    void addEditorStrip(QWidget* strip);
 
 private:
     FrameTextPane* pane_;

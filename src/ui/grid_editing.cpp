@@ -1,0 +1,33 @@
+#include "grid_editing.h"
+
+#include "cell_grid.h"
+#include "channel_grid_editor.h"
+#include "frame_display.h"
+#include "operation_panels.h"
+#include "trim_grid_editor.h"
+
+namespace velmor {
+
+GridEditing::GridEditing(SetupState& state, OperatorDialogs& dialogs, Language language, ChannelSetupPanel* frame1,
+                         AdjustPanel* frame2, FrameDisplay& display)
+    : channels_(new ChannelGridEditor(frame1->channelGrid(), state, dialogs, language))
+    , adjust_(new TrimGridEditor(TrimGrid::Adjust, frame2->adjustGrid(), state, dialogs, language))
+    , calibration_(new TrimGridEditor(TrimGrid::Calibration, frame1->calibrationGrid(), state, dialogs, language))
+{
+    frame1->addEditorStrip(channels_->strip());
+    connect(channels_, &ChannelGridEditor::stored, this, [&state, &display](const QList<int>& rows) {
+        display.showEdit(state.current(), Panel::ChannelSetup, rows);
+    });
+    connect(adjust_, &TrimGridEditor::stored, this, [&state, &display](const QList<int>& rows) {
+        display.showEdit(state.current(), Panel::Adjust, rows);
+    });
+}
+
+void GridEditing::close()
+{
+    channels_->close();
+    adjust_->close();
+    calibration_->close();
+}
+
+}  // namespace velmor

@@ -10,9 +10,7 @@
 #include <bit>
 
 namespace velmor::cli {
-namespace {
 
-// "1,2,5-8" as a channel mask (bit c for channel c+1); false on anything else.
 bool channelMask(const QString& list, qint32& mask)
 {
     static const QRegularExpression item(QStringLiteral("^(\\d+)(?:-(\\d+))?$"));
@@ -31,6 +29,8 @@ bool channelMask(const QString& list, qint32& mask)
     mask = static_cast<qint32>(bits);
     return true;
 }
+
+namespace {
 
 // With --channels, reads the module's information first and refuses channels
 // past its channel count, unless forced.

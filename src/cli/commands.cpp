@@ -113,6 +113,7 @@ const QList<Command>& commands()
         {"beckon", &kOptionsSynopsis, &kBeckonSummary, declarePort, runBeckon},
         {"balance", &kOptionsSynopsis, &kBalanceSummary, declareBalance, runBalance},
         {"show", &kShowSynopsis, &kShowSummary, declareShow, runShow},
+        {"edit", &kEditSynopsis, &kEditSummary, declareEdit, runEdit},
     };
     return list;
 }

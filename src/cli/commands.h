@@ -1,5 +1,6 @@
 #pragma once
 
+#include "config/record_check.h"
 #include "session.h"
 
 #include <QCommandLineParser>
@@ -22,5 +23,14 @@ int runSearch(Session& session, const QCommandLineParser& parser);
 int runWrite(Session& session, const QCommandLineParser& parser);
 int runWriteInfo(Session& session, const QCommandLineParser& parser);
 int runBalance(Session& session, const QCommandLineParser& parser);
+void declareEdit(QCommandLineParser& parser, Language language);
+int runEdit(Session& session, const QCommandLineParser& parser);
+
+// What the commands share across their files.
+
+// "1,2,5-8" as a channel mask (bit c for channel c+1); false on anything else.
+bool channelMask(const QString& list, qint32& mask);
+// Why a file's content is not a module's record, for the refusal that names it.
+QString faultText(const RecordCheck& check, const QString& path, Language language);
 
 }  // namespace velmor::cli

@@ -13,9 +13,6 @@
 #include <QFileInfo>
 
 namespace velmor::cli {
-namespace {
-
-bool forced(const QCommandLineParser& parser) { return parser.isSet(optionName(Opt::ForceWrite)); }
 
 QString faultText(const RecordCheck& check, const QString& path, Language language)
 {
@@ -28,6 +25,10 @@ QString faultText(const RecordCheck& check, const QString& path, Language langua
     }
     return {};
 }
+
+namespace {
+
+bool forced(const QCommandLineParser& parser) { return parser.isSet(optionName(Opt::ForceWrite)); }
 
 // --config into the current record. Unless forced, only the record of a
 // module is taken: an empty or foreign file would otherwise write zeros into

@@ -38,6 +38,7 @@ inline constexpr Text kUsage{
 inline constexpr Text kCommandUsage{"用法：%1 %2", "Usage: %1 %2"};
 inline constexpr Text kOptionsSynopsis{"[选项]", "[options]"};
 inline constexpr Text kShowSynopsis{"[选项] FILE", "[options] FILE"};
+inline constexpr Text kEditSynopsis{"[选项] FILE FIELD=VALUE...", "[options] FILE FIELD=VALUE..."};
 
 // Command summaries, in the order the help lists them.
 inline constexpr Text kPortsSummary{"列出串口：名称、编号、设备。", "List the serial ports: NAME, NUMBER, DEVICE."};
@@ -53,6 +54,8 @@ inline constexpr Text kBeckonSummary{"让线路上的模块回复它的模块信
 inline constexpr Text kBalanceSummary{"对所选通道做桥平衡，等待 3 秒，再读取模块。",
                                       "Balance the bridges of the chosen channels, wait 3 s, then read the module."};
 inline constexpr Text kShowSummary{"解析一个配置文件并打印其中的记录。", "Decode a configuration file and print its record."};
+inline constexpr Text kEditSummary{"按通道表格的规则修改配置文件中所选通道的参数，再保存文件。",
+                                   "Change channel parameters in a configuration file by the channel grid's rules, then save it."};
 
 // Options.
 inline constexpr Text kHelpOption{"显示本帮助。", "Show this help."};
@@ -73,6 +76,22 @@ inline constexpr Text kForceWriteOption{
 inline constexpr Text kForceBalanceOption{"即使 --channels 超出模块的通道数，也照样发送平衡请求。",
                                           "Send the balance even when --channels names channels the module does not have."};
 inline constexpr Text kFileArgument{"要解析的配置文件。", "Configuration file to decode."};
+inline constexpr Text kEditChannelsOption{"要修改的通道，从 1 起，例如 1,3-8（默认：文件中模块的全部通道）；不能超过它的通道数。",
+                                          "Channels to edit, 1-based, e.g. 1,3-8 (default: every channel of the file's module); "
+                                          "at most its channel count."};
+inline constexpr Text kForceEditOption{"即使文件不像模块记录，也照样修改。", "Edit the file even when it is not a module record."};
+inline constexpr Text kEditFileArgument{"要修改的配置文件（8679 字节）。", "Configuration file to edit (8679 bytes)."};
+inline constexpr Text kAssignmentValue{"FIELD=VALUE", "FIELD=VALUE"};
+inline constexpr Text kAssignmentArgument{
+    "从左到右逐个应用，和在通道表格中编辑一样。FIELD 是 excitation, balance, coupling, gain, cutoff, division, "
+    "zero-adjust, gain-adjust, integral, bridge, coef, sensitivity, range, type 之一。列表字段取表格显示的选项文字"
+    "（中文或英文）或它的代码（从 0 起；gain 和 division 的选项本身是数）；其余取数；cutoff 取频率（Hz），"
+    "按频率对话框取可设置的值。",
+    "Applied left to right, as edits in the channel grid. Fields: excitation, balance, coupling, gain, cutoff, "
+    "division, zero-adjust, gain-adjust, integral, bridge, coef, sensitivity, range, type. A list field takes an "
+    "item as the grid shows it, in Chinese or English, or its code from 0 (the items of gain and division are "
+    "numbers themselves); the others take a number; cutoff takes a frequency in Hz, set to a reachable one as "
+    "the frequency dialog does."};
 inline constexpr Text kListValue{"LIST", "LIST"};
 inline constexpr Text kFileValue{"FILE", "FILE"};
 
@@ -86,6 +105,9 @@ inline constexpr Text kAddressRange{"--address 取 0 到 255 的数。", "--addr
 inline constexpr Text kChannelsSyntax{"--channels 取 1 到 16 的通道号，例如 1,2,5-8。",
                                       "--channels takes channel numbers 1 to 16, e.g. 1,2,5-8."};
 inline constexpr Text kShowTakesOneFile{"show 只取一个配置文件。", "show takes one configuration file."};
+inline constexpr Text kEditTakesFileAndAssignments{"edit 取一个配置文件和至少一个 FIELD=VALUE。",
+                                                   "edit takes a configuration file and at least one FIELD=VALUE."};
+inline constexpr Text kNotAnAssignment{"%1 不是 FIELD=VALUE。", "%1 is not FIELD=VALUE."};
 
 // Refusals that keep a module or a file from harm.
 inline constexpr Text kNotModuleRecord{"%1 不是模块的配置文件：%2。什么也没有发送；用 --force 仍然发送。",
@@ -104,6 +126,27 @@ inline constexpr Text kChannelBeyondModule{
     "--channels 指定了通道 %1，但地址 %2 上的模块只有 %3 个通道；没有发送平衡请求。用 --force 仍然发送。",
     "--channels names channel %1, but the module at address %2 has %3 channels; no balance was sent. Give --force to send it anyway."};
 inline constexpr Text kNotRegularFile{"%1 不是普通文件。", "%1 is not a regular file."};
+inline constexpr Text kNotModuleRecordToEdit{
+    "%1 不是模块的配置文件：%2。什么也没有写入；用 --force 仍然修改。",
+    "%1 is not a module's configuration file: %2. Nothing was written; give --force to edit it anyway."};
+inline constexpr Text kChannelBeyondFile{"--channels 指定了通道 %1，但文件中的 %2 只有 %3 个通道；什么也没有写入。",
+                                         "--channels names channel %1, but the file's %2 has %3 channels; nothing was written."};
+
+// An edit the channel grid would refuse: the assignment as given, then the
+// reason. English reasons end in their own full stop, Chinese ones do not
+// (the window's "输入数据错误" has none), so each language adds what it needs.
+inline constexpr Text kEditRefused{"%1：%2。什么也没有写入。", "%1: %2 Nothing was written."};
+inline constexpr Text kNoSuchField{"没有字段 %1。字段有：%2", "There is no field %1. The fields are: %2."};
+inline constexpr Text kFieldNoCapability{"%1 没有 %2 的设置（能力代码为 0）", "The %1 has no %2 setting (its capability code is 0)."};
+inline constexpr Text kFieldReadOnly{"%1 的参考值只显示，不能修改", "The reference values of a %1 are shown, not edited."};
+inline constexpr Text kFieldNoColumn{"%1 的通道表格没有 %2 列", "The channel grid of a %1 has no %2 column."};
+inline constexpr Text kFieldUnknownCapability{"%1 的 %2 能力代码未知，没有可选项",
+                                              "The %1's capability code for %2 is unknown; it offers no items."};
+inline constexpr Text kUnitFollowsType{"单位随 type 而定，不能单独设置", "The unit follows the type and is not set on its own."};
+inline constexpr Text kNoSuchItem{"%1 不是 %2 的选项。可选：%3", "%1 is not an item of %2. The items are: %3."};
+inline constexpr Text kNotNegative{"%1 取 0 或更大的数", "%1 takes a number of 0 or more."};
+inline constexpr Text kWholeNumberUpTo{"%1 取 0 到 %2 的整数", "%1 takes a whole number from 0 to %2."};
+inline constexpr Text kCutoffLimits{"%1：%2 的截止频率取 %3 到 %4 Hz", "%1: the cut-off of a %2 takes %3 to %4 Hz."};
 
 // What the search adds to its report.
 inline constexpr Text kNotReadWholly{"第 %1 个模块（%2，地址 %3）没有完整读出。",

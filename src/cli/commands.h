@@ -30,7 +30,9 @@ int runEdit(Session& session, const QCommandLineParser& parser);
 
 // "1,2,5-8" as a channel mask (bit c for channel c+1); false on anything else.
 bool channelMask(const QString& list, qint32& mask);
-// Why a file's content is not a module's record, for the refusal that names it.
-QString faultText(const RecordCheck& check, const QString& path, Language language);
+// A configuration file into the current record. Unless `force`, only a module's
+// record is taken (else `refusal` names the file and the fault, exit 2); a FIFO
+// or a device, or a file that cannot be read, exits 4.
+int loadCheckedRecord(Session& session, const QString& path, bool force, const Text& refusal);
 
 }  // namespace velmor::cli

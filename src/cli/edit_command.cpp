@@ -220,21 +220,7 @@ std::optional<QString> apply(ModuleRecord& module, const Assignment& assignment,
 // The file into the current record; unless forced, only a module's record.
 int loadEditedFile(Session& session, const QCommandLineParser& parser, const QString& path)
 {
-    if (const int code = refuseIrregularFile(session, path))
-        return code;
-    const std::optional<QByteArray> bytes = readConfigBytes(path);
-    if (!bytes) {
-        printError(pick(msg::kOpenConfigFail, session.language()));
-        return kExitFileFailed;
-    }
-    const RecordCheck check = checkStoredRecord(*bytes);
-    if (check.fault != RecordFault::None && !forced(parser)) {
-        printError(pick(cli_text::kNotModuleRecordToEdit, session.language())
-                       .arg(shownText(path), faultText(check, path, session.language())));
-        return kExitUsage;
-    }
-    applyImage(bytes->first(std::min<qsizetype>(bytes->size(), kStoredBytes)), session.record());
-    return kExitDone;
+    return loadCheckedRecord(session, path, forced(parser), cli_text::kNotModuleRecordToEdit);
 }
 
 // Each contiguous run of chosen channels is one selection of the grid.

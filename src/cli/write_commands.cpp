@@ -14,6 +14,8 @@
 
 namespace velmor::cli {
 
+namespace {
+
 QString faultText(const RecordCheck& check, const QString& path, Language language)
 {
     switch (check.fault) {
@@ -24,6 +26,26 @@ QString faultText(const RecordCheck& check, const QString& path, Language langua
     case RecordFault::None: break;
     }
     return {};
+}
+
+}  // namespace
+
+int loadCheckedRecord(Session& session, const QString& path, bool force, const Text& refusal)
+{
+    if (const int code = refuseIrregularFile(session, path))
+        return code;
+    const std::optional<QByteArray> bytes = readConfigBytes(path);
+    if (!bytes) {
+        printError(pick(msg::kOpenConfigFail, session.language()));
+        return kExitFileFailed;
+    }
+    const RecordCheck check = checkStoredRecord(*bytes);
+    if (check.fault != RecordFault::None && !force) {
+        printError(pick(refusal, session.language()).arg(shownText(path), faultText(check, path, session.language())));
+        return kExitUsage;
+    }
+    applyImage(bytes->first(std::min<qsizetype>(bytes->size(), kStoredBytes)), session.record());
+    return kExitDone;
 }
 
 namespace {
@@ -37,22 +59,7 @@ int loadModuleFile(Session& session, const QCommandLineParser& parser)
 {
     if (!parser.isSet(optionName(Opt::Config)))
         return usage(session, cli_text::kConfigRequired);
-    const QString path = parser.value(optionName(Opt::Config));
-    if (const int code = refuseIrregularFile(session, path))
-        return code;
-    const std::optional<QByteArray> bytes = readConfigBytes(path);
-    if (!bytes) {
-        printError(pick(msg::kOpenConfigFail, session.language()));
-        return kExitFileFailed;
-    }
-    const RecordCheck check = checkStoredRecord(*bytes);
-    if (check.fault != RecordFault::None && !forced(parser)) {
-        printError(pick(cli_text::kNotModuleRecord, session.language())
-                       .arg(shownText(path), faultText(check, path, session.language())));
-        return kExitUsage;
-    }
-    applyImage(bytes->first(std::min<qsizetype>(bytes->size(), kStoredBytes)), session.record());
-    return kExitDone;
+    return loadCheckedRecord(session, parser.value(optionName(Opt::Config)), forced(parser), cli_text::kNotModuleRecord);
 }
 
 // Reads the module's information into the current record (the module is

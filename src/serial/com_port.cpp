@@ -63,6 +63,9 @@ bool ComPort::WriteComPort(QByteArrayView bytes)
     if (portHandle_ <= 0)
         return false;
     port_.write(bytes.data(), bytes.size());
+    // QSerialPort only queues what is written; hand the request to the line
+    // now instead of after whatever the event loop has waiting.
+    port_.flush();
     return true;
 }
 

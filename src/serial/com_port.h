@@ -1,11 +1,13 @@
 #pragma once
 
+#include "line_transport.h"
 #include "port_list.h"
 
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QObject>
-#include <QSerialPort>
+
+#include <memory>
 
 namespace velmor {
 
@@ -17,15 +19,14 @@ enum class OpenFailure {
     System,         // the system refused; openFailureReason() says why
 };
 
-// The five port operations on one serial port at 4800 baud 8N1. At most one
-// port is open at a time; every operation is safe on a closed or failed port.
+// The five port operations on one line at 4800 baud 8N1, local or on a
+// serial server. At most one port is open at a time; every operation is safe
+// on a closed or failed port.
 class ComPort : public QObject {
     Q_OBJECT
 public:
-    static constexpr qint32 kBaudRate = 4800;
-    static constexpr qint64 kQueueBytes = 4096;
-
     explicit ComPort(QObject* parent = nullptr);
+    ~ComPort() override;
 
     // The ports that OpenComPort(n) chooses from.
     void setPorts(const QList<PortEntry>& ports) { ports_ = ports; }
@@ -58,10 +59,12 @@ signals:
     void lost();
 
 private:
-    void onError(QSerialPort::SerialPortError error);
+    LineTransport& transportFor(const QString& device);
+    void onLost();
     bool refuseOpen(OpenFailure why, const QString& reason = {});
 
-    QSerialPort port_;
+    std::unique_ptr<LineTransport> transport_;
+    QString transportDevice_;
     QList<PortEntry> ports_;
     qint32 portHandle_ = 0;
     OpenFailure openFailure_ = OpenFailure::None;

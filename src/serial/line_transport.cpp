@@ -1,0 +1,7 @@
+#include "line_transport.h"
+
+namespace velmor {
+
+LineTransport::~LineTransport() = default;
+
+}  // namespace velmor

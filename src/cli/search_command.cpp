@@ -3,6 +3,7 @@
 
 #include "command_steps.h"
 #include "commands.h"
+#include "link/concurrent_search.h"
 #include "model/cli_texts.h"
 #include "model/messages.h"
 #include "model/record_json.h"
@@ -53,13 +54,16 @@ int runSearch(Session& session, const QCommandLineParser& parser)
     } else {
         // The closing report goes to standard output; what came before it
         // (refused replies, ports that would not open) to standard error.
-        ModuleSearch search(session.operations(), session.dialogs());
-        QObject::connect(&search, &ModuleSearch::portNotOpened, [&](const PortEntry& port) {
+        // Every line at once, each with its own exchange; the result is the
+        // one-by-one search's.
+        ConcurrentSearch search(session.operations(), session.dialogs());
+        QObject::connect(&search, &ConcurrentSearch::portNotOpened,
+                         [&](const PortEntry& port, OpenFailure failure, const QString& reason) {
             portFailed = true;
-            session.dialogs().showMessage({}, session.portFailureText(port));
+            session.dialogs().showMessage({}, session.portFailureText(port, failure, reason));
         });
         session.dialogs().hold(true);
-        found = search.cmdSearch_Click(ports, ports.first().number);
+        found = search.searchAllAtOnce(ports, ports.first().number);
         QStringList messages = session.dialogs().takeHeld();
         session.dialogs().hold(false);
         report = messages.takeLast();

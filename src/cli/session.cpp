@@ -67,13 +67,18 @@ int Session::outcome(bool ok)
 
 QString Session::portFailureText(const PortEntry& port) const
 {
+    return portFailureText(port, port_.openFailure(), port_.openFailureReason());
+}
+
+QString Session::portFailureText(const PortEntry& port, OpenFailure failure, const QString& systemReason) const
+{
     const Language lang = language();
     QString reason;
-    switch (port_.openFailure()) {
+    switch (failure) {
     case OpenFailure::NoSuchPort: reason = pick(cli_text::kNoSuchPort, lang); break;
     case OpenFailure::PublisherGone: reason = pick(cli_text::kPublisherGone, lang); break;
     case OpenFailure::System:
-    case OpenFailure::None: reason = port_.openFailureReason(); break;
+    case OpenFailure::None: reason = systemReason; break;
     }
     const QString where = port.name == port.device ? port.device : port.name + QStringLiteral(" (") + port.device + QLatin1Char(')');
     return pick(cli_text::kPortReason, lang).arg(shownText(where), shownText(reason));

@@ -39,6 +39,7 @@ public:
     int outcome(bool ok);
     // "NAME (DEVICE): reason" for the port's last failed open.
     QString portFailureText(const PortEntry& port) const;
+    QString portFailureText(const PortEntry& port, OpenFailure failure, const QString& systemReason) const;
 
     void printRecord(const QString& portName);
     void printJson(const QJsonValue& value);

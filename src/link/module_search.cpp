@@ -11,6 +11,14 @@ ModuleSearch::ModuleSearch(Operations& operations, OperatorDialogs& dialogs, QOb
 
 int ModuleSearch::cmdSearch_Click(const QList<PortEntry>& ports, int selectedPort)
 {
+    const int found = searchAndRead(ports, selectedPort);
+    if (!ports.isEmpty() && !operations_.abandoned())
+        report(operations_.state(), dialogs_);
+    return found;
+}
+
+int ModuleSearch::searchAndRead(const QList<PortEntry>& ports, int selectedPort)
+{
     SetupState& state = operations_.state();
     Exchange& exchange = operations_.exchange();
     const Language language = languageOf(state.languageMode);
@@ -43,8 +51,6 @@ int ModuleSearch::cmdSearch_Click(const QList<PortEntry>& ports, int selectedPor
     }
     emit progress(0);
     emit operationsEnabled(state.moduleCount > 0);
-    if (!operations_.abandoned())
-        report();
     state.currentModule = 0;
     return state.moduleCount;
 }
@@ -81,13 +87,12 @@ bool ModuleSearch::searchPort(const PortEntry& port, int p)
     return true;
 }
 
-void ModuleSearch::report()
+void ModuleSearch::report(const SetupState& state, OperatorDialogs& dialogs)
 {
-    const SetupState& state = operations_.state();
     const Language language = languageOf(state.languageMode);
     const QString text = state.moduleCount == 0 ? pick(msg::kNoModuleFound, language)
                                                 : msg::foundModules(state.moduleCount, language);
-    dialogs_.showMessage(pick(msg::kTitle, language), text);
+    dialogs.showMessage(pick(msg::kTitle, language), text);
 }
 
 }  // namespace velmor

@@ -19,6 +19,10 @@ public:
     // Searches `ports` in order; `selectedPort` is the number the chooser shows.
     // Returns how many modules were found and recorded.
     int cmdSearch_Click(const QList<PortEntry>& ports, int selectedPort);
+    // The same without the closing report.
+    int searchAndRead(const QList<PortEntry>& ports, int selectedPort);
+    // "Found n modules." or "No module found.", in the state's language.
+    static void report(const SetupState& state, OperatorDialogs& dialogs);
     // Table indices of the modules found whose whole read failed.
     const QList<int>& unreadModules() const { return unread_; }
 
@@ -34,7 +38,6 @@ signals:
 
 private:
     bool searchPort(const PortEntry& port, int p);
-    void report();
 
     Operations& operations_;
     OperatorDialogs& dialogs_;

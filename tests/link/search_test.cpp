@@ -33,6 +33,7 @@ private slots:
     void portThatWillNotOpenCostsOneMessageAndIsSkipped();
     void refusedReplyIsReportedAndNotRecorded();
     void everyModuleFoundIsReadWholly();
+    void fullTableStopsTheSearchBeforeThe34thModule();
     void lateReplyIsNotTakenForTheNextAddress();
     void timeOutIsTwoSecondsAfterASearch();
     void noPortAtAllSaysSoAndChangesNothing();
@@ -168,6 +169,26 @@ void SearchTest::everyModuleFoundIsReadWholly()
         VELMOR_VERIFY_SAME(wholeReadDifference(rig.state.table[static_cast<size_t>(i)], line.memory(i + 2)));
     }
     QCOMPARE(rig.state.channelMask[1], -1);
+}
+
+void SearchTest::fullTableStopsTheSearchBeforeThe34thModule()
+{
+    QList<sim::ModuleAt> everyAddress;
+    for (int address = 0; address < ModuleSearch::kAddresses; ++address)
+        everyAddress << sim::ModuleAt{address, 0};
+    SimLine first(everyAddress, Pacing::Fast, QStringLiteral("SIM1"));
+    SimLine second(everyAddress, Pacing::Fast, QStringLiteral("SIM2"));
+    QVERIFY(first.isReady() && second.isReady());
+    SearchRig rig;
+    QCOMPARE(rig.run(rig.listed()), kModuleSlots);
+    QCOMPARE(rig.dialogs.texts(), (QStringList{QStringLiteral("The module table is full: the search stopped at 33 modules."),
+                                               QStringLiteral("Found 33 modules.")}));
+    QCOMPARE(rig.state.table[kModuleSlots - 1].busAddress, 15);
+    // The 34th module, at address 16 of the second line, was never asked.
+    const QList<QByteArray> asked = second.requests();
+    QVERIFY(!asked.isEmpty());
+    for (const QByteArray& request : asked)
+        QVERIFY(request != readInfoRequest(16).frame());
 }
 
 void SearchTest::lateReplyIsNotTakenForTheNextAddress()

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "operations.h"
+#include "serial/port_list.h"
+
+#include <QList>
+#include <QObject>
+
+namespace velmor {
+
+// "Search all lines at once": every line searched and its modules read in a
+// thread of its own, each with its own exchange and the search's time-outs.
+// The module table, the messages and the report come out as the one-by-one
+// search gives them: lines in their order, then addresses.
+class ConcurrentSearch : public QObject {
+    Q_OBJECT
+public:
+    // `operations` is the front end's: its state receives the modules found,
+    // and abandoning it (the window closing) ends every line's search after
+    // its exchange in flight.
+    ConcurrentSearch(Operations& operations, OperatorDialogs& dialogs, QObject* parent = nullptr);
+
+    int searchAllAtOnce(const QList<PortEntry>& ports, int selectedPort);
+    const QList<int>& unreadModules() const { return unread_; }
+
+signals:
+    void progressMaximum(int maximum);
+    // The addresses asked so far, over all lines.
+    void progress(int value);
+    void modulesFound(int count);
+    void operationsEnabled(bool enabled);
+    // A line would not open; its message has just been shown. `failure` and
+    // `reason` say why, as that line's port gave them.
+    void portNotOpened(const velmor::PortEntry& port, velmor::OpenFailure failure, const QString& reason);
+
+private:
+    struct Line;
+    void runLines(QList<Line>& lines);
+    void merge(const QList<Line>& lines);
+
+    Operations& operations_;
+    OperatorDialogs& dialogs_;
+    QList<int> unread_;
+};
+
+}  // namespace velmor

@@ -81,6 +81,24 @@ QList<PortEntry> listPorts(QList<PortEntry> ports, const QString& virtualDir)
     return ports;
 }
 
+int nextPortNumber(const QList<PortEntry>& ports)
+{
+    int next = 1;
+    for (const PortEntry& port : ports)
+        next = std::max(next, port.number + 1);
+    return next;
+}
+
+QList<PortEntry> withNetworkPorts(QList<PortEntry> ports, const QStringList& addresses)
+{
+    for (const QString& address : addresses) {
+        const bool listed = std::any_of(ports.begin(), ports.end(), [&](const PortEntry& p) { return p.device == address; });
+        if (!listed)
+            ports.append(PortEntry{address, nextPortNumber(ports), address});
+    }
+    return ports;
+}
+
 const PortEntry* findPort(const QList<PortEntry>& ports, int number)
 {
     for (const PortEntry& port : ports)

@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 namespace velmor {
 
@@ -9,7 +10,7 @@ namespace velmor {
 struct PortEntry {
     QString name;    // as listed: COM3, ttyUSB0, SIM1
     int number = 0;  // n of a COMn name, else the 1-based position in the list
-    QString device;  // what is opened: a device path or a published link
+    QString device;  // what is opened: a device path, a published link or a network address
 
     bool operator==(const PortEntry&) const = default;
 };
@@ -24,6 +25,12 @@ QString virtualPortsDirectory();
 QList<PortEntry> listPorts();
 // systemPorts: name and device of each system port; numbers are given here.
 QList<PortEntry> listPorts(QList<PortEntry> systemPorts, const QString& virtualDir);
+
+// The number a port added after `ports` takes: one past the highest.
+int nextPortNumber(const QList<PortEntry>& ports);
+// `ports`, then the network lines `addresses` not listed yet, each named by
+// its address and numbered after the ports before it.
+QList<PortEntry> withNetworkPorts(QList<PortEntry> ports, const QStringList& addresses);
 
 // The entry numbered n, or null.
 const PortEntry* findPort(const QList<PortEntry>& ports, int number);

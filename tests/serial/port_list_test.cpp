@@ -33,6 +33,7 @@ private slots:
     void deadLinksAreNotListed();
     void linksWithoutARunningOwnerAreNotListed();
     void aRunningOwnersNameIsNotTakenOver();
+    void networkPortsComeLastNumberedPastTheHighest();
 };
 
 void PortListTest::comNameGivesItsNumber_data()
@@ -142,6 +143,23 @@ void PortListTest::aRunningOwnersNameIsNotTakenOver()
     QCOMPARE(listPorts({}, dir.path()).size(), 1);
 }
 
+
+void PortListTest::networkPortsComeLastNumberedPastTheHighest()
+{
+    const QList<PortEntry> system{{QStringLiteral("COM7"), 7, QStringLiteral("COM7")},
+                                  {QStringLiteral("COM2"), 2, QStringLiteral("COM2")}};
+    const QString raw = QStringLiteral("tcp://10.0.0.5:3001");
+    const QString telnet = QStringLiteral("rfc2217://rack:2001");
+    const QList<PortEntry> ports = withNetworkPorts(system, {raw, telnet, raw});
+    QCOMPARE(ports.size(), 4);
+    QCOMPARE(ports.mid(0, 2), system);
+    QCOMPARE(ports[2], (PortEntry{raw, 8, raw}));
+    QCOMPARE(ports[3], (PortEntry{telnet, 9, telnet}));
+    // Already listed (a line given on the command line too): not again.
+    QCOMPARE(withNetworkPorts(ports, {telnet}), ports);
+    QCOMPARE(nextPortNumber({}), 1);
+    QCOMPARE(withNetworkPorts({}, {raw}).first().number, 1);
+}
 
 QTEST_GUILESS_MAIN(PortListTest)
 #include "port_list_test.moc"

@@ -6,6 +6,7 @@ packages=(
   build-essential cmake ninja-build pkg-config
   qt6-base-dev qt6-serialport-dev qt6-tools-dev qt6-translations-l10n libgl-dev
   fonts-wqy-microhei
+  ser2net
 )
 
 missing=()

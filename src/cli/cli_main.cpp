@@ -29,14 +29,17 @@ const Command* findCommand(const QString& name)
     return nullptr;
 }
 
-// The value of "--lang=V" or "--lang V" at arguments[i] (moving i past a
-// separate value); nothing when arguments[i] is another option.
-std::optional<QString> langValue(const QStringList& arguments, qsizetype& i)
+constexpr QLatin1String kLang("--lang");
+constexpr QLatin1String kLog("--log");
+
+// The value of "NAME=V" or "NAME V" at arguments[i] (moving i past a separate
+// value); nothing when arguments[i] is another option.
+std::optional<QString> optionValue(const QStringList& arguments, qsizetype& i, QLatin1String name)
 {
     const QString& arg = arguments[i];
-    if (arg.startsWith(QLatin1String("--lang=")))
+    if (arg.startsWith(name + QLatin1Char('=')))
         return arg.section(QLatin1Char('='), 1);
-    if (arg != QLatin1String("--lang"))
+    if (arg != name)
         return std::nullopt;
     return ++i < arguments.size() ? arguments[i] : QString();
 }
@@ -50,8 +53,10 @@ int runCli(const QStringList& arguments)
     // --lang is settled first, so that every message, even one about an
     // option before it, comes in the language asked for.
     for (qsizetype i = 1; i < arguments.size() && arguments[i].startsWith(QLatin1Char('-')); ++i) {
-        if (const std::optional<QString> value = langValue(arguments, i);
-            value == QLatin1String("zh") || value == QLatin1String("en"))
+        const std::optional<QString> value = optionValue(arguments, i, kLang);
+        if (!value)
+            optionValue(arguments, i, kLog);  // steps over the log's file name
+        else if (value == QLatin1String("zh") || value == QLatin1String("en"))
             options.languageMode = *value == QLatin1String("zh") ? 1 : 2;
     }
     const Language language = languageOf(options.languageMode);
@@ -64,11 +69,17 @@ int runCli(const QStringList& arguments)
             options.json = true;
         } else if (arg == QLatin1String("--trace")) {
             options.trace = true;
-        } else if (const std::optional<QString> value = langValue(arguments, i)) {
+        } else if (const std::optional<QString> value = optionValue(arguments, i, kLang)) {
             if (*value != QLatin1String("zh") && *value != QLatin1String("en")) {
                 printError(pick(cli_text::kLangValues, language));
                 return kExitUsage;
             }
+        } else if (const std::optional<QString> file = optionValue(arguments, i, kLog)) {
+            if (file->isEmpty()) {
+                printError(pick(cli_text::kLogValue, language));
+                return kExitUsage;
+            }
+            options.logPath = *file;
         } else if (arg == QLatin1String("--help") || arg == QLatin1String("-h")) {
             std::fputs(generalHelp(language).toUtf8().constData(), stdout);
             return kExitDone;
@@ -104,6 +115,9 @@ int runCli(const QStringList& arguments)
         return kExitDone;
     }
     Session session(options);
+    // Before anything goes out: a log that cannot be written stops the run.
+    if (!options.logPath.isEmpty() && !session.logFramesTo(options.logPath))
+        return kExitFileFailed;
     return command->run(session, parser);
 }
 

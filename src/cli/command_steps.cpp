@@ -19,14 +19,18 @@ int takePort(Session& session, const QCommandLineParser& parser, PortEntry& port
     if (!parser.isSet(optionName(Opt::Port)))
         return usage(session, cli_text::kPortRequired);
     const QString argument = parser.value(optionName(Opt::Port));
-    if (!session.choosePort(argument, port)) {
-        // As the window says it when a request's port will not open.
-        printError(pick(msg::kOpenComPortFail, session.language()));
-        printError(pick(cli_text::kPortReason, session.language())
-                       .arg(shownText(argument), pick(cli_text::kNoSuchPort, session.language())));
-        return kExitPortFailed;
-    }
+    if (!session.choosePort(argument, port))
+        return unknownPort(session, argument);
     return kExitDone;
+}
+
+int unknownPort(const Session& session, const QString& argument)
+{
+    // As the window says it when a request's port will not open.
+    printError(pick(msg::kOpenComPortFail, session.language()));
+    printError(pick(cli_text::kPortReason, session.language())
+                   .arg(shownText(argument), pick(cli_text::kNoSuchPort, session.language())));
+    return kExitPortFailed;
 }
 
 int takeAddress(Session& session, const QCommandLineParser& parser)

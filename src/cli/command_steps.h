@@ -16,6 +16,8 @@ int usage(const Session& session, const Text& text);
 
 // --port: resolved and made the current module's port.
 int takePort(Session& session, const QCommandLineParser& parser, PortEntry& port);
+// A --port argument that names no port: said as a port that will not open.
+int unknownPort(const Session& session, const QString& argument);
 // --address 0..255 as the current module's address.
 int takeAddress(Session& session, const QCommandLineParser& parser);
 // Address 255 reaches every module: it needs --only-one-module.

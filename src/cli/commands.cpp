@@ -12,8 +12,6 @@
 namespace velmor::cli {
 namespace {
 
-void declareNothing(QCommandLineParser&, Language) {}
-
 void declarePort(QCommandLineParser& parser, Language language) { addOptions(parser, {Opt::Port}, language); }
 
 void declareRead(QCommandLineParser& parser, Language language)
@@ -41,8 +39,14 @@ void declareShow(QCommandLineParser& parser, Language language)
     parser.addPositionalArgument(pick(cli_text::kFileValue, language), pick(cli_text::kFileArgument, language));
 }
 
-int runPorts(Session& session, const QCommandLineParser&)
+int runPorts(Session& session, const QCommandLineParser& parser)
 {
+    // Nothing on the machine tells of network lines: those given are listed.
+    for (const QString& argument : parser.values(optionName(Opt::Port))) {
+        PortEntry port;
+        if (!session.choosePort(argument, port))
+            return unknownPort(session, argument);
+    }
     QJsonArray list;
     QString text;
     for (const PortEntry& port : session.ports()) {
@@ -105,7 +109,7 @@ const QList<Command>& commands()
 {
     using namespace cli_text;
     static const QList<Command> list = {
-        {"ports", &kOptionsSynopsis, &kPortsSummary, declareNothing, runPorts},
+        {"ports", &kOptionsSynopsis, &kPortsSummary, declarePort, runPorts},
         {"search", &kOptionsSynopsis, &kSearchSummary, declarePort, runSearch},
         {"read", &kOptionsSynopsis, &kReadSummary, declareRead, runRead},
         {"write", &kOptionsSynopsis, &kWriteSummary, declareWrite, runWrite},

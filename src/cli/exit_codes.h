@@ -7,7 +7,7 @@ enum ExitCode : int {
     kExitExchangeFailed = 1,  // no reply, or a reply that was refused
     kExitUsage = 2,           // bad arguments, or a refusal
     kExitPortFailed = 3,      // the port would not open
-    kExitFileFailed = 4,      // a configuration file could not be read or written
+    kExitFileFailed = 4,      // a file (configuration, frame log) could not be read or written
 };
 
 }  // namespace velmor::cli

@@ -1,5 +1,7 @@
 #include "port_argument.h"
 
+#include "serial/network_port.h"
+
 #include <QFileInfo>
 #include <QSet>
 
@@ -15,12 +17,14 @@ std::optional<PortEntry> resolvePort(const QString& argument, QList<PortEntry>& 
         if ((isNumber && port.number == number) || port.name == argument || port.device == argument)
             return port;
     }
-    if (!argument.startsWith(QLatin1Char('/')) && !QFileInfo(argument).isAbsolute())
+    // A network line is named by its address, which says more than its last part.
+    const bool network = isNetworkPort(argument);
+    if (!network && !argument.startsWith(QLatin1Char('/')) && !QFileInfo(argument).isAbsolute())
         return std::nullopt;
     int next = 1;
     for (const PortEntry& port : ports)
         next = std::max(next, port.number + 1);
-    const PortEntry added{QFileInfo(argument).fileName(), next, argument};
+    const PortEntry added{network ? argument : QFileInfo(argument).fileName(), next, argument};
     ports.append(added);
     return added;
 }

@@ -6,8 +6,9 @@
 
 namespace velmor::cli {
 
-// The port a --port argument names: a number as listed, a name as listed, or
-// a device path. A path that is not listed is added to `ports` so that the
+// The port a --port argument names: a number as listed, a name as listed, a
+// device path, or a network line (tcp://HOST:PORT, rfc2217://HOST:PORT). A
+// path or a network line that is not listed is added to `ports` so that the
 // port code can open it by its number.
 std::optional<PortEntry> resolvePort(const QString& argument, QList<PortEntry>& ports);
 

@@ -1,6 +1,7 @@
 #include "session.h"
 
 #include "model/cli_texts.h"
+#include "model/frame_log_texts.h"
 #include "model/record_json.h"
 #include "port_argument.h"
 #include "protocol/frame_text.h"
@@ -36,6 +37,18 @@ Session::Session(const GlobalOptions& options)
         QObject::connect(&operations_.exchange(), &Exchange::frameSent, [](const QByteArray& f) { trace("> ", f); });
         QObject::connect(&operations_.exchange(), &Exchange::frameReceived, [](const QByteArray& f) { trace("< ", f); });
     }
+}
+
+bool Session::logFramesTo(const QString& path)
+{
+    QString reason;
+    if (!logFile_.open(path, &reason)) {
+        printError(pick(log_text::kCannotWrite, language()).arg(shownText(path), shownText(reason)));
+        return false;
+    }
+    frameLog_.follow(operations_.exchange());
+    QObject::connect(&frameLog_, &FrameLog::appended, [this](const FrameRow& row) { logFile_.append(row); });
+    return true;
 }
 
 bool Session::choosePort(const QString& argument, PortEntry& chosen)

@@ -2,6 +2,8 @@
 
 #include "console_dialogs.h"
 #include "exit_codes.h"
+#include "link/frame_log.h"
+#include "link/frame_log_csv.h"
 #include "link/module_search.h"
 #include "link/operations.h"
 #include "model/language.h"
@@ -13,6 +15,7 @@ namespace velmor::cli {
 struct GlobalOptions {
     bool json = false;
     bool trace = false;
+    QString logPath;  // --log FILE
     int languageMode = 1;
 };
 
@@ -29,6 +32,12 @@ public:
     ComPort& port() { return port_; }
     Language language() const { return languageOf(state_.languageMode); }
     bool json() const { return options_.json; }
+
+    // --log: every row of the frame log appended to `path` as it comes; false,
+    // having said why, when the file cannot be opened for appending. Exchanges
+    // in other threads log by following frameLog().
+    bool logFramesTo(const QString& path);
+    FrameLog& frameLog() { return frameLog_; }
 
     // The listed ports, and the one a --port argument names (made current).
     QList<PortEntry>& ports() { return ports_; }
@@ -54,6 +63,8 @@ private:
     ConsoleDialogs dialogs_;
     Operations operations_;
     QList<PortEntry> ports_;
+    FrameLog frameLog_;
+    CsvLogFile logFile_;
 };
 
 }  // namespace velmor::cli

@@ -36,6 +36,9 @@ bool Exchange::start(const Request& request, int portNumber)
         return false;
     port_.WriteComPort(request.frame());
     emit frameSent(request.frame());
+    const PortEntry* entry = findPort(port_.ports(), portNumber);
+    line_ = entry ? entry->name : QString::number(portNumber);
+    logFrame(FrameDirection::Out, request.frame(), FrameOutcome::Sent);
     running_ = true;
     tmrNewData.start();
     tmrOver.start();
@@ -72,8 +75,13 @@ void Exchange::tmrNewData_Timer()
     const QByteArray frame = frameWithin(QByteArrayView(received).sliced(stale)).toByteArray();
     port_.CloseComPort();
     emit frameReceived(frame);
+    if (stale > 0)
+        logFrame(FrameDirection::In, received.first(stale), FrameOutcome::SkippedLate);
 
-    if (parseReply(pending_.kind, frame, pending_.command, state_.current(), state_.parseStatus)) {
+    const bool accepted = parseReply(pending_.kind, frame, pending_.command, state_.current(), state_.parseStatus);
+    logFrame(FrameDirection::In, received.sliced(stale), accepted ? FrameOutcome::Accepted : FrameOutcome::Refused,
+             accepted ? 0 : state_.parseStatus);
+    if (accepted) {
         emit replyStored(pending_, frame);
         finish(true, false, Failure::None);
         return;
@@ -90,8 +98,13 @@ void Exchange::tmrOver_Timer()
     tmrNewData.stop();
     tmrOver.stop();
     running_ = false;
+    const QByteArray partial = port_.peekWaiting();  // for the log only
     port_.BytesWaiting();
     port_.CloseComPort();
+    const qsizetype stale = staleReplyBytes(partial, pending_, timedOut_);
+    if (stale > 0)
+        logFrame(FrameDirection::In, partial.first(stale), FrameOutcome::SkippedLate);
+    logFrame(FrameDirection::In, partial.sliced(stale), FrameOutcome::TimedOut);
     timedOut_.append(pending_);
     if (timedOut_.size() > kRememberedTimeOuts)
         timedOut_.removeFirst();
@@ -101,6 +114,11 @@ void Exchange::tmrOver_Timer()
         dialogs_.showMessage(pick(msg::kTitle, language), pick(msg::kNoRespond, language));
     }
     finish(true, true, Failure::NoReply);
+}
+
+void Exchange::logFrame(FrameDirection direction, const QByteArray& bytes, FrameOutcome outcome, int status)
+{
+    emit frameLogged({frameLogClock(), line_, direction, bytes, outcome, status});
 }
 
 void Exchange::finish(bool ok, bool failed, Failure failure)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "frame_row.h"
 #include "operator_dialogs.h"
 #include "model/module_table.h"
 #include "protocol/requests.h"
@@ -51,6 +52,8 @@ signals:
     void frameSent(const QByteArray& frame);
     void frameReceived(const QByteArray& frame);
     void receivedCount(int bytes);
+    // A row of the frame log, as FrameLog describes them.
+    void frameLogged(const velmor::FrameRow& row);
     // A reply was accepted and stored; the front end refreshes what shows it.
     void replyStored(const velmor::Request& request, const QByteArray& frame);
     void ended();
@@ -59,11 +62,13 @@ private:
     void tmrNewData_Timer();
     void tmrOver_Timer();
     void finish(bool ok, bool failed, Failure failure);
+    void logFrame(FrameDirection direction, const QByteArray& bytes, FrameOutcome outcome, int status = 0);
 
     SetupState& state_;
     ComPort& port_;
     OperatorDialogs& dialogs_;
     Request pending_;
+    QString line_;  // the name of the port the request went out on
     // Requests that timed out lately: a reply to one of them that turns up
     // during a later exchange is skipped.
     QList<Request> timedOut_;

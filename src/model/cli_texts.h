@@ -7,13 +7,14 @@
 namespace velmor::cli_text {
 
 inline constexpr Text kUsage{
-    "用法：velmor-cli [--json] [--trace] [--lang zh|en] 命令 [选项]\n"
+    "用法：velmor-cli [--json] [--trace] [--log FILE] [--lang zh|en] 命令 [选项]\n"
     "\n"
     "在命令行中设置共用一条串行线的信号调理模块。\n"
     "\n"
     "全局选项：\n"
     "  --json        在标准输出上打印一个 JSON 文档。\n"
     "  --trace       在标准错误上打印发送（\"> \"）和接收（\"< \"）的每一帧。\n"
+    "  --log FILE    把本次收发的每一帧以 CSV 追加到 FILE（新文件或空文件先写表头）。\n"
     "  --lang zh|en  消息和文字的语言（默认跟随系统区域设置）。\n"
     "  -h, --help    显示本帮助；\"velmor-cli 命令 --help\" 说明一个命令。\n"
     "\n"
@@ -21,13 +22,14 @@ inline constexpr Text kUsage{
     "3 串口无法打开，4 文件无法读取或写入。\n"
     "\n"
     "命令：\n",
-    "Usage: velmor-cli [--json] [--trace] [--lang zh|en] COMMAND [options]\n"
+    "Usage: velmor-cli [--json] [--trace] [--log FILE] [--lang zh|en] COMMAND [options]\n"
     "\n"
     "Sets up signal-conditioning modules on a serial line from the shell.\n"
     "\n"
     "Global options:\n"
     "  --json        Print one JSON document on standard output.\n"
     "  --trace       Print every frame sent (\"> \") and received (\"< \") on standard error.\n"
+    "  --log FILE    Append every frame of the run to FILE as CSV (a header first when FILE is new or empty).\n"
     "  --lang zh|en  Language of messages and texts (default: from the system locale).\n"
     "  -h, --help    Show this help; 'velmor-cli COMMAND --help' describes a command.\n"
     "\n"
@@ -41,7 +43,8 @@ inline constexpr Text kShowSynopsis{"[选项] FILE", "[options] FILE"};
 inline constexpr Text kEditSynopsis{"[选项] FILE FIELD=VALUE...", "[options] FILE FIELD=VALUE..."};
 
 // Command summaries, in the order the help lists them.
-inline constexpr Text kPortsSummary{"列出串口：名称、编号、设备。", "List the serial ports: NAME, NUMBER, DEVICE."};
+inline constexpr Text kPortsSummary{"列出串口：名称、编号、设备；用 --port 给出的串口也列出。",
+                                    "List the serial ports: NAME, NUMBER, DEVICE; ports given with --port too."};
 inline constexpr Text kSearchSummary{"在地址 0..16 上搜索串口（默认全部），再完整读取找到的每个模块。",
                                      "Search ports (default: all) at addresses 0..16, then read every module found."};
 inline constexpr Text kReadSummary{"完整读取一个模块并打印；--save 保存它的配置文件。",
@@ -59,8 +62,9 @@ inline constexpr Text kEditSummary{"按通道表格的规则修改配置文件�
 
 // Options.
 inline constexpr Text kHelpOption{"显示本帮助。", "Show this help."};
-inline constexpr Text kPortOption{"串口：设备路径，或 ports 列出的名称或编号。",
-                                  "Port: a device path, a name or a number as 'ports' lists it."};
+inline constexpr Text kPortOption{"串口：设备路径、tcp://主机:端口、rfc2217://主机:端口，或 ports 列出的名称或编号。",
+                                  "Port: a device path, tcp://HOST:PORT, rfc2217://HOST:PORT, or a name or a number "
+                                  "as 'ports' lists it."};
 inline constexpr Text kAddressOption{"模块的总线地址，0 到 255。", "Bus address of the module, 0 to 255."};
 inline constexpr Text kSaveOption{"同时写入模块的配置文件（8679 字节）。", "Also write the module's configuration file (8679 bytes)."};
 inline constexpr Text kConfigOption{"要载入的配置文件。", "Configuration file to load."};
@@ -97,6 +101,7 @@ inline constexpr Text kFileValue{"FILE", "FILE"};
 
 // Usage errors.
 inline constexpr Text kLangValues{"--lang 只取 zh 或 en。", "--lang takes zh or en."};
+inline constexpr Text kLogValue{"--log 需要一个文件名。", "--log takes a file name."};
 inline constexpr Text kUnknownOption{"未知选项 %1。", "Unknown option %1."};
 inline constexpr Text kUnknownCommand{"未知命令 %1。", "Unknown command %1."};
 inline constexpr Text kPortRequired{"需要 --port。", "--port is required."};

@@ -1,5 +1,7 @@
 #include "com_port.h"
 
+#include "network_port.h"
+#include "network_transport.h"
 #include "published_port.h"
 #include "serial_transport.h"
 
@@ -38,7 +40,10 @@ bool ComPort::openDevice(const QString& device)
 LineTransport& ComPort::transportFor(const QString& device)
 {
     if (!transport_ || transportDevice_ != device) {
-        transport_ = std::make_unique<SerialTransport>();
+        if (const std::optional<NetworkPort> address = networkPort(device))
+            transport_ = std::make_unique<NetworkTransport>(*address);
+        else
+            transport_ = std::make_unique<SerialTransport>();
         transportDevice_ = device;
         connect(transport_.get(), &LineTransport::dataArrived, this, &ComPort::dataArrived);
         connect(transport_.get(), &LineTransport::lost, this, &ComPort::onLost);

@@ -77,6 +77,14 @@ bool VirtualLine::open(QString* error)
     return true;
 }
 
+std::optional<LineFormat> VirtualLine::lineFormat() const
+{
+    termios settings{};
+    if (slave_ < 0 || ::tcgetattr(slave_, &settings) != 0)
+        return std::nullopt;
+    return lineFormatOf(settings);
+}
+
 void VirtualLine::addModule(const SimModule& module)
 {
     modules_.push_back({module, module.address()});

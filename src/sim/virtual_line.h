@@ -2,6 +2,7 @@
 
 #include "faults.h"
 #include "frame_log.h"
+#include "line_format.h"
 #include "pacing.h"
 #include "request_reader.h"
 #include "sim_module.h"
@@ -13,6 +14,7 @@
 #include <QString>
 
 #include <deque>
+#include <optional>
 
 namespace velmor::sim {
 
@@ -38,6 +40,9 @@ public:
     bool open(QString* error);
     bool isOpen() const { return master_ >= 0; }
     QString devicePath() const { return devicePath_; }
+    // The settings the program on the line (or a serial server in front of
+    // it) has set on the pseudo-terminal; empty while the line is closed.
+    std::optional<LineFormat> lineFormat() const;
 
     // Modules may share an address: they answer together and collide.
     // Faults name a module by the address it has when it is added here.

@@ -3,6 +3,7 @@
 #include "config/config_file.h"
 #include "config/config_location.h"
 #include "file_chooser.h"
+#include "frame_log_pane.h"
 #include "main_menus.h"
 #include "model/messages.h"
 #include "model/window_texts.h"
@@ -56,6 +57,7 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
     , frame2_(new AdjustPanel(language_))
     , frame3_(new ModuleInfoPanel(state_, dialogs_, language_))
     , menus_(new MainMenus(menuBar(), language_))
+    , frameLog_(new FrameLogPane(operations_.exchange(), files_, dialogs_, language_, this))
     , display_(frame1_, frame2_, frame3_)
     , view_(state_, language_, frame1_, frame2_, frame3_, bar_)
     , editing_(state_, dialogs_, language_, frame1_, frame2_, display_)
@@ -84,6 +86,7 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
 
     connect(bar_, &PortSearchBar::searchClicked, this, &frmMain::cmdSearch_Click);
     connect(bar_, &PortSearchBar::portChosen, this, &frmMain::cmbComPort_Click);
+    connect(bar_, &PortSearchBar::addNetworkPortChosen, this, &frmMain::addNetworkPort);
     connect(bar_, &PortSearchBar::addressChosen, this, &frmMain::cmbModuleIndex_Click);
     connect(tabStripCom_, &QTabBar::tabBarClicked, this, &frmMain::TabStripCom_Click);
     // Within a flow the window stays locked from its first request to the end
@@ -128,6 +131,7 @@ void frmMain::wireMenus()
     connect(menus_, &MainMenus::saveAs, this, &frmMain::MnuFile_SaveAs_Click);
     connect(menus_, &MainMenus::exit, this, &QWidget::close);
     connect(menus_, &MainMenus::search, this, &frmMain::cmdSearch_Click);
+    connect(menus_, &MainMenus::searchAll, this, &frmMain::cmdSearchAll_Click);
     Operations& ops = operations_;
     connect(menus_, &MainMenus::send, this, [this, &ops] { runFlow([&ops] { ops.cmdFrame1Send(); }); });
     connect(menus_, &MainMenus::read, this, [this, &ops] { runFlow([&ops] { ops.cmdFrame3Receive(); }); });
@@ -135,6 +139,7 @@ void frmMain::wireMenus()
     connect(menus_, &MainMenus::beckon, this, [this, &ops] { runFlow([&ops] { ops.beckon(); }); });
     connect(menus_, &MainMenus::helpContent, this, [this] { MnuHelp_Content_Click(language_, dialogs_); });
     connect(menus_, &MainMenus::about, this, [this] { frmAbout(language_, dialogs_, this).exec(); });
+    menus_->addViewEntry(frameLog_->toggleViewAction());
 }
 
 void frmMain::wirePanels()
@@ -241,8 +246,7 @@ void frmMain::unlockPanels()
     lockedPanels_.clear();
 }
 
-template <typename Flow>
-void frmMain::runFlow(Flow flow)
+void frmMain::runFlow(const std::function<void()>& flow)
 {
     if (flowRunning_)  // the commands are locked; a queued click finds nothing to do
         return;
@@ -306,34 +310,6 @@ void frmMain::closeEvent(QCloseEvent* event)
     event->accept();
 }
 
-void frmMain::cmdSearch_Click()
-{
-    runFlow([this] {
-        ModuleSearch search(operations_, dialogs_);
-        QProgressBar* progress = bar_->progressBar();
-        connect(&search, &ModuleSearch::progressMaximum, progress, &QProgressBar::setMaximum);
-        connect(&search, &ModuleSearch::progress, progress, &QProgressBar::setValue);
-        connect(&search, &ModuleSearch::modulesFound, this, &frmMain::showModuleTabs);
-        connect(&search, &ModuleSearch::operationsEnabled, this, &frmMain::operationsEnabled);
-        const int found = search.cmdSearch_Click(ports_, bar_->selectedPortNumber());
-        // As if the operator had clicked the first module's tab.
-        if (found > 0)
-            TabStripCom_Click(0);
-    });
-}
-
-void frmMain::showModuleTabs(int count)
-{
-    while (tabStripCom_->count() > 0)
-        tabStripCom_->removeTab(0);
-    for (int i = 0; i < count; ++i) {
-        const ModuleRecord& module = state_.table.at(static_cast<size_t>(i));
-        tabStripCom_->addTab(QString::number(i + 1) + QLatin1Char(' ') + trimmedText(module.modelName));
-    }
-    if (count > 0)
-        tabStripCom_->setCurrentIndex(0);
-}
-
 void frmMain::TabStripCom_Click(int index)
 {
     if (index < 0 || index >= state_.moduleCount)
@@ -342,31 +318,6 @@ void frmMain::TabStripCom_Click(int index)
     editing_.close();
     state_.currentModule = index;
     view_.showAll();
-}
-
-void frmMain::applyPorts(const QList<PortEntry>& ports)
-{
-    // A port's number is its place in the list, which a new port may shift:
-    // the modules found keep their port by its device, not by its number.
-    for (ModuleRecord& module : state_.table) {
-        const PortEntry* before = findPort(ports_, module.portNumber);
-        const auto after = before ? std::find_if(ports.begin(), ports.end(),
-                                                 [&](const PortEntry& p) { return p.device == before->device; })
-                                  : ports.end();
-        if (after != ports.end())
-            module.portNumber = static_cast<qint16>(after->number);
-    }
-    ports_ = ports;
-    watcher_.setKnown(ports);
-    port_.setPorts(ports);
-    bar_->setPorts(ports);
-    if (!ports.isEmpty())
-        state_.current().portNumber = static_cast<qint16>(bar_->selectedPortNumber());
-}
-
-void frmMain::cmbComPort_Click(int number)
-{
-    state_.current().portNumber = static_cast<qint16>(number);
 }
 
 void frmMain::cmbModuleIndex_Click(int address)

@@ -12,6 +12,7 @@
 
 #include <QMainWindow>
 
+#include <functional>
 #include <memory>
 
 class QStackedWidget;
@@ -22,6 +23,7 @@ namespace velmor {
 class AdjustPanel;
 class ChannelSetupPanel;
 class FileChooser;
+class FrameLogPane;
 class MainMenus;
 class ModuleInfoPanel;
 class OperationPanel;
@@ -44,6 +46,8 @@ public:
     void Form_Load();
 
     void cmdSearch_Click();
+    // "Search all lines at once": the same result, each line searched in parallel.
+    void cmdSearchAll_Click();
     void TabStripCom_Click(int index);
     // Shows Frame1, Frame2 or Frame3 (index 0, 1, 2).
     void TabStrip1_Click(int index);
@@ -81,12 +85,17 @@ private:
     void cmbComPort_Click(int number);
     void cmbModuleIndex_Click(int address);
     void showModuleTabs(int count);
-    // A port came or went. The watcher pauses while a flow runs, so this
-    // comes only between flows.
-    void applyPorts(const QList<PortEntry>& ports);
+    // The search behind cmdSearch or "Search all lines at once", as a flow.
+    template <typename Search>
+    void runSearch(int (Search::*body)(const QList<PortEntry>&, int));
+    // "Add network port...": asks for the address, remembers it and selects it.
+    void addNetworkPort();
+    // The machine's ports, with the remembered network lines after them. A
+    // port came or went: the watcher pauses while a flow runs, so this comes
+    // only between flows.
+    void applyPorts(const QList<PortEntry>& systemPorts);
     // Runs an operator's command that talks to modules.
-    template <typename Flow>
-    void runFlow(Flow flow);
+    void runFlow(const std::function<void()>& flow);
     // Locks the window's commands while an exchange runs.
     void EnableCommands(bool enabled);
 
@@ -111,6 +120,7 @@ private:
     AdjustPanel* frame2_;
     ModuleInfoPanel* frame3_;
     MainMenus* menus_;
+    FrameLogPane* frameLog_;
     FrameDisplay display_;
     ModuleView view_;
     GridEditing editing_;

@@ -1,5 +1,7 @@
 #include "main_menus.h"
 
+#include "model/frame_log_texts.h"
+#include "model/network_port_texts.h"
 #include "model/window_texts.h"
 
 #include <QMenuBar>
@@ -38,17 +40,23 @@ MainMenus::MainMenus(QMenuBar* bar, Language language) : QObject(bar)
     wired(entry(file, "MnuFile_Exit", win::kMnuFileExit, language), &MainMenus::exit);
 
     QMenu* operate = menuOf(bar, "MnuOperate", win::kMnuOperate, language);
-    commandActions_ << wired(entry(operate, "MnuOperate_Search", win::kMnuOperateSearch, language), &MainMenus::search);
+    commandActions_ << wired(entry(operate, "MnuOperate_Search", win::kMnuOperateSearch, language), &MainMenus::search)
+                    << wired(entry(operate, "MnuOperate_SearchAll", net::kMnuOperateSearchAll, language),
+                             &MainMenus::searchAll);
     moduleActions_ << wired(entry(operate, "MnuOperate_Send", win::kMnuOperateSend, language), &MainMenus::send)
                    << wired(entry(operate, "MnuOperate_Read", win::kMnuOperateRead, language), &MainMenus::read)
                    << wired(entry(operate, "MnuOperate_Balance", win::kMnuOperateBalance, language), &MainMenus::balance);
     commandActions_ << moduleActions_
                     << wired(entry(operate, "MnuOperate_Beckon", win::kMnuOperateBeckon, language), &MainMenus::beckon);
 
+    view_ = menuOf(bar, "MnuView", log_text::kMnuView, language);
+
     QMenu* help = menuOf(bar, "MnuHelp", win::kMnuHelp, language);
     wired(entry(help, "MnuHelp_Content", win::kMnuHelpContent, language), &MainMenus::helpContent);
     wired(entry(help, "MnuHelp_About", win::kMnuHelpAbout, language), &MainMenus::about);
 }
+
+void MainMenus::addViewEntry(QAction* action) { view_->addAction(action); }
 
 void MainMenus::setCommandsEnabled(bool enabled)
 {

@@ -6,13 +6,14 @@
 #include <QObject>
 
 class QAction;
+class QMenu;
 class QMenuBar;
 
 namespace velmor {
 
-// The File, Operate and Help menus. Entries that start an exchange or touch
-// the record are locked with the buttons; Balance, Read and Send only work
-// once modules have been found.
+// The File, Operate, View and Help menus. Entries that start an exchange or
+// touch the record are locked with the buttons; Balance, Read and Send only
+// work once modules have been found.
 class MainMenus : public QObject {
     Q_OBJECT
 public:
@@ -20,6 +21,8 @@ public:
 
     void setCommandsEnabled(bool enabled);
     void setModulesFound(bool found);
+    // An entry of the View menu, which shows or hides a pane.
+    void addViewEntry(QAction* action);
 
 signals:
     void open();
@@ -27,6 +30,7 @@ signals:
     void saveAs();
     void exit();
     void search();
+    void searchAll();
     void send();
     void read();
     void balance();
@@ -37,6 +41,7 @@ signals:
 private:
     void refresh();
 
+    QMenu* view_;
     QList<QAction*> commandActions_;
     QList<QAction*> moduleActions_;
     bool commandsOn_ = true;

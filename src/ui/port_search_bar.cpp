@@ -1,6 +1,7 @@
 #include "port_search_bar.h"
 
 #include "model/grid_texts.h"
+#include "model/network_port_texts.h"
 #include "model/window_texts.h"
 
 #include <QComboBox>
@@ -14,6 +15,8 @@ namespace {
 
 // Every address a module can be set to; 255 reaches them all.
 constexpr int kHighestAddress = 255;
+// The item data of "Add network port...", which no port has.
+constexpr int kAddNetworkPort = -1;
 
 QLabel* labelFor(const Text& caption, QWidget* buddy, const char* name, Language language)
 {
@@ -27,6 +30,7 @@ QLabel* labelFor(const Text& caption, QWidget* buddy, const char* name, Language
 
 PortSearchBar::PortSearchBar(Language language, QWidget* parent)
     : QGroupBox(pick(win::kFrame6, language), parent)
+    , addCaption_(pick(net::kAddNetworkPort, language))
     , cmbComPort_(new QComboBox)
     , cmbModuleIndex_(new QComboBox)
     , cmdSearch_(new QPushButton(pick(win::kSearchButton, language)))
@@ -53,7 +57,7 @@ PortSearchBar::PortSearchBar(Language language, QWidget* parent)
     layout->addWidget(cmdSearch_);
     layout->addWidget(progress_, 1);
 
-    connect(cmbComPort_, &QComboBox::activated, this, [this] { emit portChosen(selectedPortNumber()); });
+    connect(cmbComPort_, &QComboBox::activated, this, &PortSearchBar::portActivated);
     connect(cmbModuleIndex_, &QComboBox::activated, this,
             [this] { emit addressChosen(cmbModuleIndex_->currentData().toInt()); });
     connect(cmdSearch_, &QPushButton::clicked, this, &PortSearchBar::searchClicked);
@@ -66,18 +70,34 @@ void PortSearchBar::setPorts(const QList<PortEntry>& ports)
     cmbComPort_->clear();
     for (const PortEntry& port : ports)
         cmbComPort_->addItem(port.name, port.number);
-    cmbComPort_->setCurrentIndex(std::max(0, cmbComPort_->findText(chosen)));
+    cmbComPort_->insertSeparator(cmbComPort_->count());
+    cmbComPort_->addItem(addCaption_, kAddNetworkPort);
+    shown_ = ports.isEmpty() ? -1 : std::max(0, cmbComPort_->findText(chosen));
+    cmbComPort_->setCurrentIndex(shown_);
+}
+
+void PortSearchBar::portActivated(int index)
+{
+    if (cmbComPort_->itemData(index).toInt() == kAddNetworkPort) {
+        cmbComPort_->setCurrentIndex(shown_);
+        emit addNetworkPortChosen();
+        return;
+    }
+    shown_ = index;
+    emit portChosen(selectedPortNumber());
 }
 
 void PortSearchBar::selectFirstPort()
 {
-    if (cmbComPort_->count() > 0)
+    if (shown_ >= 0) {
+        shown_ = 0;
         cmbComPort_->setCurrentIndex(0);
+    }
 }
 
 int PortSearchBar::selectedPortNumber() const
 {
-    return cmbComPort_->currentIndex() < 0 ? 0 : cmbComPort_->currentData().toInt();
+    return std::max(0, cmbComPort_->currentIndex() < 0 ? 0 : cmbComPort_->currentData().toInt());
 }
 
 void PortSearchBar::showAddress(int address)
@@ -88,8 +108,10 @@ void PortSearchBar::showAddress(int address)
 void PortSearchBar::showPort(int number)
 {
     const int index = cmbComPort_->findData(number);
-    if (index >= 0)
+    if (index >= 0 && number != kAddNetworkPort) {
+        shown_ = index;
         cmbComPort_->setCurrentIndex(index);
+    }
 }
 
 }  // namespace velmor

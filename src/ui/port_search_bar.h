@@ -19,8 +19,9 @@ class PortSearchBar : public QGroupBox {
 public:
     PortSearchBar(Language language, QWidget* parent = nullptr);
 
-    // Fills cmbComPort (text: the port's name, item data: its number). The
-    // port chosen before stays chosen when it is still there, else the first.
+    // Fills cmbComPort (text: the port's name, item data: its number), with
+    // "Add network port..." last. The port chosen before stays chosen when it
+    // is still there, else the first.
     void setPorts(const QList<PortEntry>& ports);
     void selectFirstPort();
     // The selected port's number, 0 when the list is empty.
@@ -37,12 +38,18 @@ signals:
     void portChosen(int number);       // cmbComPort_Click
     void addressChosen(int address);   // cmbModuleIndex_Click
     void searchClicked();              // cmdSearch_Click
+    // "Add network port..." was chosen; the chooser shows the port it showed before.
+    void addNetworkPortChosen();
 
 private:
+    void portActivated(int index);
+
+    QString addCaption_;
     QComboBox* cmbComPort_;
     QComboBox* cmbModuleIndex_;
     QPushButton* cmdSearch_;
     QProgressBar* progress_;
+    int shown_ = -1;  // the index of the port shown, -1 when none is listed
 };
 
 }  // namespace velmor

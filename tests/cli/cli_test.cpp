@@ -4,8 +4,10 @@
 #include "link_rig.h"
 #include "model/record_json.h"
 #include "sim/sim_values.h"
+#include "support/csv_reader.h"
 #include "support/sim_process.h"
 
+#include <QDateTime>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -53,6 +55,8 @@ private slots:
     void badChannelListIsAUsageError();
     void showDecodesAFile();
     void traceShowsEveryFrame();
+    void logAppendsEveryFrameOfEachRunUnderOneHeader();
+    void logThatCannotBeOpenedExitsFourBeforeAnyExchange();
     void languageFollowsTheSystemLocaleUnlessChosen();
     void textOutputShowsTheGridTexts();
 };
@@ -61,7 +65,7 @@ void CliTest::helpDescribesEveryCommandAndOption()
 {
     const CliResult general = runCli({QStringLiteral("--help")});
     QCOMPARE(general.exitCode, 0);
-    for (const char* word : {"--json", "--trace", "--lang", "ports", "search", "read", "write", "write-info", "beckon", "balance", "show"})
+    for (const char* word : {"--json", "--trace", "--log", "--lang", "ports", "search", "read", "write", "write-info", "beckon", "balance", "show"})
         QVERIFY2(general.out.contains(word), word);
     const QList<QPair<QString, QStringList>> commands = {
         {QStringLiteral("search"), {QStringLiteral("--port")}},
@@ -370,6 +374,65 @@ void CliTest::traceShowsEveryFrame()
     QCOMPARE(lines[0], QByteArray("> AA  AA  03  05  11  00  16  "));
     QVERIFY(lines[1].startsWith("< AA  AA  33  05  41  00  "));
     QCOMPARE(lines[1].size(), 2 + 55 * 4);
+}
+
+void CliTest::logAppendsEveryFrameOfEachRunUnderOneHeader()
+{
+    QTemporaryDir dir;
+    const QString log = dir.filePath(QStringLiteral("frames.csv"));
+    SimProcess sim;
+    QVERIFY(sim.start(simArguments({QStringLiteral("5:TM-A4")}, {QStringLiteral("--fault"), QStringLiteral("5:checksum:6")})));
+    const QStringList read{QStringLiteral("read"), QStringLiteral("--port"), sim.portName(), QStringLiteral("--address"), QStringLiteral("5")};
+    QCOMPARE(runCli(QStringList{QStringLiteral("--log"), log} + read, sim.portsDir()).exitCode, 0);
+    const QByteArray first = fileBytes(log);
+    // The second read's first reply fails its checksum: the run stops there.
+    QCOMPARE(runCli(QStringList{QStringLiteral("--log=") + log} + read, sim.portsDir()).exitCode, 1);
+    const QByteArray both = fileBytes(log);
+    QVERIFY(both.startsWith(first));
+
+    const QList<QStringList> records = readCsv(QString::fromUtf8(both));
+    QCOMPARE(records.size(), 1 + 2 * 5 + 2);  // information, one group, one adjust block, two pairs; then one
+    QCOMPARE(records[0].join(QLatin1Char(',')), QStringLiteral("time,line,direction,outcome,status,frame"));
+    QCOMPARE(std::count(records.begin(), records.end(), records[0]), 1);
+    QDateTime previous;
+    for (qsizetype i = 1; i < records.size(); ++i) {
+        const QStringList& record = records[i];
+        QCOMPARE(record.size(), 6);
+        const QDateTime time = QDateTime::fromString(record[0], Qt::ISODateWithMs);
+        QVERIFY2(time.isValid() && time >= previous, qPrintable(record[0]));
+        previous = time;
+        QCOMPARE(record[1], sim.portName());
+        QCOMPARE(record[2], QString::fromLatin1(i % 2 == 1 ? "out" : "in"));
+    }
+    QCOMPARE(records[1][3], QStringLiteral("sent"));
+    QCOMPARE(records[1][5], QStringLiteral("AA  AA  03  05  11  00  16  "));
+    QCOMPARE(records[2][3], QStringLiteral("accepted"));
+    QVERIFY(records[2][5].startsWith(QStringLiteral("AA  AA  33  05  41  00  ")));
+    QCOMPARE(records[2][5].count(QStringLiteral("\r\n")), 3);
+    QCOMPARE(records.last()[3], QStringLiteral("refused"));
+    QCOMPARE(records.last()[4], QStringLiteral("3"));
+}
+
+void CliTest::logThatCannotBeOpenedExitsFourBeforeAnyExchange()
+{
+    QTemporaryDir dir;
+    const QString simFrames = dir.filePath(QStringLiteral("sim.log"));
+    SimProcess sim;
+    QVERIFY(sim.start(simArguments({QStringLiteral("5:TM-A4")}, {QStringLiteral("--log"), simFrames})));
+    const QStringList read{QStringLiteral("read"), QStringLiteral("--port"), sim.portName(), QStringLiteral("--address"), QStringLiteral("5")};
+    const QString missing = dir.filePath(QStringLiteral("missing/frames.csv"));
+    const CliResult en = runCli(QStringList{QStringLiteral("--lang"), QStringLiteral("en"), QStringLiteral("--log"), missing} + read, sim.portsDir());
+    QCOMPARE(en.exitCode, 4);
+    QVERIFY2(en.errText().startsWith(QStringLiteral("Cannot write the frame log ") + missing + QStringLiteral(": ")), qPrintable(en.errText()));
+    QVERIFY(en.out.isEmpty());
+    const CliResult zh = runCli(QStringList{QStringLiteral("--log"), missing, QStringLiteral("--lang"), QStringLiteral("zh")} + read, sim.portsDir());
+    QCOMPARE(zh.exitCode, 4);
+    QVERIFY2(zh.errText().startsWith(QStringLiteral("无法写入帧记录 ") + missing), qPrintable(zh.errText()));
+    QCOMPARE(runCli(QStringList{QStringLiteral("--log")}, sim.portsDir()).exitCode, 2);
+    QCOMPARE(fileBytes(simFrames), QByteArray());  // the line heard nothing
+    // It would have: a read with a log that opens is heard.
+    QCOMPARE(runCli(QStringList{QStringLiteral("--log"), dir.filePath(QStringLiteral("frames.csv"))} + read, sim.portsDir()).exitCode, 0);
+    QTRY_VERIFY(!fileBytes(simFrames).isEmpty());
 }
 
 void CliTest::languageFollowsTheSystemLocaleUnlessChosen()

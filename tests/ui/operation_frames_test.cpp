@@ -52,8 +52,12 @@ Counts writes(const SimLine& line)
 QList<QWidget*> commandControls(frmMain& window)
 {
     QList<QWidget*> controls;
+    // The frame log's Export and Clear start no exchange: the log stays at
+    // hand while a flow runs.
+    const QWidget* log = window.findChild<QWidget*>(QStringLiteral("FrameLogPane"));
     for (QPushButton* b : window.findChildren<QPushButton*>())
-        controls << b;
+        if (!log || !log->isAncestorOf(b))
+            controls << b;
     for (QComboBox* list : window.findChildren<QComboBox*>())
         controls << list;
     for (const char* name : {"TabStrip1", "TabStripCom", "MSHGridOperate", "MSHGridCalibration", "MSHGridNoOperate",

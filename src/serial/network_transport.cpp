@@ -1,0 +1,155 @@
+#include "network_transport.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+
+#include <utility>
+
+namespace velmor {
+
+NetworkTransport::NetworkTransport(const NetworkPort& address, QObject* parent)
+    : LineTransport(parent), address_(address)
+{
+    idle_.setSingleShot(true);
+    idle_.setInterval(kIdleDisconnectMs);
+    connect(&idle_, &QTimer::timeout, &socket_, &QTcpSocket::disconnectFromHost);
+    connect(&socket_, &QTcpSocket::readyRead, this, &NetworkTransport::takeIncoming);
+    // Queued: a connection that fails inside write() is told after the write
+    // has returned, when the exchange that wrote is waiting for its reply.
+    connect(&socket_, &QTcpSocket::disconnected, this, &NetworkTransport::onConnectionEnded, Qt::QueuedConnection);
+    connect(&socket_, &QTcpSocket::errorOccurred, this, &NetworkTransport::onConnectionEnded, Qt::QueuedConnection);
+}
+
+bool NetworkTransport::open(const QString&, QString& reason)
+{
+    idle_.stop();
+    const bool fresh = !isConnected();
+    if (fresh && !connectToServer(reason))
+        return false;
+    // What came while the line was closed was never meant for this exchange.
+    takeIncoming();
+    queue_.clear();
+    if (speaksTelnet()) {
+        socket_.write(TelnetCodec::lineSetup(kBaudRate));
+        socket_.flush();
+        if (fresh && !waitForTheLine(reason))
+            return false;
+    }
+    open_ = true;
+    return true;
+}
+
+bool NetworkTransport::connectToServer(QString& reason)
+{
+    socket_.abort();
+    socket_.connectToHost(address_.host, address_.port);
+    if (!waitUntil([this] { return isConnected(); })) {
+        reason = socket_.state() == QAbstractSocket::UnconnectedState
+                   ? socket_.errorString()
+                   : QCoreApplication::translate("QAbstractSocket", "Socket operation timed out");
+        socket_.abort();
+        return false;
+    }
+    socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    if (speaksTelnet())
+        socket_.write(telnet_.start());
+    return true;
+}
+
+// A server may take the connection and then refuse the line, because another
+// client holds it: it says why and hangs up. An answer to the line settings
+// tells that the line is ours.
+bool NetworkTransport::waitForTheLine(QString& reason)
+{
+    settling_ = true;
+    const bool settled = waitUntil([this] { return telnet_.comPortSettled(); });
+    settling_ = false;
+    const QString said = QString::fromLatin1(std::exchange(queue_, {})).trimmed();
+    if (settled && isConnected())
+        return true;
+    if (!said.isEmpty())
+        reason = said;
+    else if (socket_.state() == QAbstractSocket::UnconnectedState)
+        reason = socket_.errorString();
+    else
+        reason = QCoreApplication::translate("QAbstractSocket", "Socket operation timed out");
+    socket_.abort();
+    return false;
+}
+
+// The wait runs the event loop, so that a window keeps painting while a server
+// far away makes up its mind. False when the time ran out first.
+bool NetworkTransport::waitUntil(const std::function<bool()>& done)
+{
+    QEventLoop loop;
+    QTimer timeout;
+    timeout.setSingleShot(true);
+    auto check = [&] {
+        if (done() || socket_.state() == QAbstractSocket::UnconnectedState)
+            loop.quit();
+    };
+    connect(&socket_, &QTcpSocket::stateChanged, &loop, check);
+    connect(&socket_, &QTcpSocket::readyRead, &loop, check);
+    connect(&timeout, &QTimer::timeout, &loop, &QEventLoop::quit);
+    timeout.start(kConnectTimeoutMs);
+    if (!done() && socket_.state() != QAbstractSocket::UnconnectedState)
+        loop.exec();
+    return done();
+}
+
+void NetworkTransport::close()
+{
+    if (!open_)
+        return;
+    open_ = false;
+    queue_.clear();
+    if (isConnected())
+        idle_.start();
+}
+
+void NetworkTransport::write(QByteArrayView bytes)
+{
+    if (!open_)
+        return;
+    socket_.write(speaksTelnet() ? TelnetCodec::encodeData(bytes) : bytes.toByteArray());
+    // QTcpSocket only queues what is written; hand the request over now.
+    socket_.flush();
+}
+
+QByteArray NetworkTransport::readAll() { return std::exchange(queue_, {}); }
+
+void NetworkTransport::takeIncoming()
+{
+    QByteArray data = socket_.readAll();
+    if (data.isEmpty())
+        return;
+    if (speaksTelnet()) {
+        TelnetCodec::Input in = telnet_.decode(data);
+        if (!in.answer.isEmpty()) {
+            socket_.write(in.answer);
+            socket_.flush();
+        }
+        data = std::move(in.data);
+    }
+    // A closed line hears nothing, as a closed serial port; a full queue
+    // loses what does not fit, as a driver's would.
+    if ((!open_ && !settling_) || data.isEmpty())
+        return;
+    queue_.append(data.left(kQueueBytes - queue_.size()));
+    if (open_)
+        emit dataArrived();
+}
+
+void NetworkTransport::onConnectionEnded()
+{
+    // A connection that ends while the line is closed is simply forgotten:
+    // the next open connects again.
+    if (!open_ || isConnected())
+        return;
+    open_ = false;
+    queue_.clear();
+    socket_.abort();
+    emit lost();
+}
+
+}  // namespace velmor

@@ -1,0 +1,92 @@
+#include "frame_log_model.h"
+
+#include "model/frame_log_texts.h"
+#include "protocol/frame_text.h"
+
+#include <QDateTime>
+
+#include <iterator>
+
+namespace velmor {
+
+FrameLogModel::FrameLogModel(const FrameLog& log, Language language, QObject* parent)
+    : QAbstractTableModel(parent), log_(log), language_(language), shown_(static_cast<int>(log.rows().size()))
+{
+    announcing_.setSingleShot(true);
+    announcing_.setInterval(kAnnounceMs);
+    connect(&announcing_, &QTimer::timeout, this, &FrameLogModel::announce);
+    connect(&log_, &FrameLog::appended, this, [this] {
+        if (!announcing_.isActive())
+            announcing_.start();
+    });
+    connect(&log_, &FrameLog::cleared, this, [this] {
+        announcing_.stop();
+        beginResetModel();
+        shown_ = 0;
+        endResetModel();
+    });
+}
+
+void FrameLogModel::announce()
+{
+    const auto size = static_cast<int>(log_.rows().size());
+    if (size <= shown_)
+        return;
+    beginInsertRows({}, shown_, size - 1);
+    shown_ = size;
+    endInsertRows();
+}
+
+int FrameLogModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : shown_; }
+
+int FrameLogModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : ColumnCount; }
+
+QVariant FrameLogModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || index.row() >= log_.rows().size())
+        return {};
+    if (role == Qt::TextAlignmentRole)  // a whole frame takes four lines
+        return QVariant::fromValue(Qt::AlignLeft | Qt::AlignTop);
+    if (role != Qt::DisplayRole)
+        return {};
+    return text(log_.rows().at(index.row()), index.column());
+}
+
+QString FrameLogModel::text(const FrameRow& row, int column) const
+{
+    switch (column) {
+    case Time: return QDateTime::fromMSecsSinceEpoch(row.msecsSinceEpoch).toString(QStringLiteral("HH:mm:ss.zzz"));
+    case Line: return row.line;
+    case Direction: return pick(row.direction == FrameDirection::Out ? log_text::kOut : log_text::kIn, language_);
+    case Outcome: return outcomeText(row, language_);
+    case Frame: return frameToText(row.frame);
+    }
+    return {};
+}
+
+QVariant FrameLogModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= ColumnCount)
+        return QAbstractTableModel::headerData(section, orientation, role);
+    return pick(log_text::kColumns[section], language_);
+}
+
+QString FrameLogModel::outcomeText(const FrameRow& row, Language language)
+{
+    switch (row.outcome) {
+    case FrameOutcome::Sent: return pick(log_text::kSent, language);
+    case FrameOutcome::Accepted: return pick(log_text::kAccepted, language);
+    case FrameOutcome::Refused: {
+        const auto reasons = std::size(log_text::kRefusalReasons);
+        const QString reason = row.status >= 1 && static_cast<size_t>(row.status) <= reasons
+                                   ? pick(log_text::kRefusalReasons[row.status - 1], language)
+                                   : QString();
+        return pick(log_text::kRefused, language).arg(row.status).arg(reason);
+    }
+    case FrameOutcome::TimedOut: return pick(log_text::kTimedOut, language);
+    case FrameOutcome::SkippedLate: return pick(log_text::kSkippedLate, language);
+    }
+    return {};
+}
+
+}  // namespace velmor

@@ -1,0 +1,105 @@
+// frmMain's lines: the port list with the remembered network ports, the
+// port chooser, and the two searches (one line after another, or all at once).
+
+#include "frm_main.h"
+
+#include "link/concurrent_search.h"
+#include "model/messages.h"
+#include "model/network_port_texts.h"
+#include "port_search_bar.h"
+#include "remembered_ports.h"
+#include "serial/network_port.h"
+
+#include <QProgressBar>
+#include <QTabBar>
+
+#include <algorithm>
+
+namespace velmor {
+
+void frmMain::cmdSearch_Click()
+{
+    runSearch<ModuleSearch>(&ModuleSearch::cmdSearch_Click);
+}
+
+void frmMain::cmdSearchAll_Click()
+{
+    runSearch<ConcurrentSearch>(&ConcurrentSearch::searchAllAtOnce);
+}
+
+template <typename Search>
+void frmMain::runSearch(int (Search::*body)(const QList<PortEntry>&, int))
+{
+    runFlow([this, body] {
+        Search search(operations_, dialogs_);
+        QProgressBar* progress = bar_->progressBar();
+        connect(&search, &Search::progressMaximum, progress, &QProgressBar::setMaximum);
+        connect(&search, &Search::progress, progress, &QProgressBar::setValue);
+        connect(&search, &Search::modulesFound, this, &frmMain::showModuleTabs);
+        connect(&search, &Search::operationsEnabled, this, &frmMain::operationsEnabled);
+        const int found = (search.*body)(ports_, bar_->selectedPortNumber());
+        // As if the operator had clicked the first module's tab.
+        if (found > 0)
+            TabStripCom_Click(0);
+    });
+}
+
+void frmMain::showModuleTabs(int count)
+{
+    while (tabStripCom_->count() > 0)
+        tabStripCom_->removeTab(0);
+    for (int i = 0; i < count; ++i) {
+        const ModuleRecord& module = state_.table.at(static_cast<size_t>(i));
+        tabStripCom_->addTab(QString::number(i + 1) + QLatin1Char(' ') + trimmedText(module.modelName));
+    }
+    if (count > 0)
+        tabStripCom_->setCurrentIndex(0);
+}
+
+void frmMain::applyPorts(const QList<PortEntry>& systemPorts)
+{
+    // The watcher looks at the machine's ports only; the network lines follow them.
+    watcher_.setKnown(systemPorts);
+    const QList<PortEntry> ports = withNetworkPorts(systemPorts, rememberedNetworkPorts());
+    // A port's number is its place in the list, which a new port may shift:
+    // the modules found keep their port by its device, not by its number.
+    for (ModuleRecord& module : state_.table) {
+        const PortEntry* before = findPort(ports_, module.portNumber);
+        const auto after = before ? std::find_if(ports.begin(), ports.end(),
+                                                 [&](const PortEntry& p) { return p.device == before->device; })
+                                  : ports.end();
+        if (after != ports.end())
+            module.portNumber = static_cast<qint16>(after->number);
+    }
+    ports_ = ports;
+    port_.setPorts(ports);
+    bar_->setPorts(ports);
+    if (!ports.isEmpty())
+        state_.current().portNumber = static_cast<qint16>(bar_->selectedPortNumber());
+}
+
+void frmMain::cmbComPort_Click(int number)
+{
+    state_.current().portNumber = static_cast<qint16>(number);
+}
+
+void frmMain::addNetworkPort()
+{
+    const QString title = pick(msg::kTitle, language_);
+    const QString address = dialogs_.askText(title, pick(net::kAddNetworkPortPrompt, language_)).trimmed();
+    if (address.isEmpty())  // Cancel
+        return;
+    if (!isNetworkPort(address)) {
+        dialogs_.showMessage(title, pick(net::kNotANetworkPort, language_));
+        return;
+    }
+    rememberNetworkPort(address);
+    applyPorts(listPorts());
+    const auto added = std::find_if(ports_.begin(), ports_.end(), [&](const PortEntry& p) { return p.device == address; });
+    if (added == ports_.end())
+        return;
+    bar_->showPort(added->number);
+    cmbComPort_Click(added->number);
+}
+
+}  // namespace velmor

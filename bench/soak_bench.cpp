@@ -4,17 +4,22 @@
 // other exchange was accepted, whether the record at the end equals a clean
 // read of the module (no reply was ever taken for another request), and the
 // growth of the resident memory from the first 1,000 exchanges to the last.
+// --via tcp or --via rfc2217 runs it through a ser2net on the loopback.
 #include "link/operations.h"
+#include "support/ser2net_process.h"
 #include "support/sim_process.h"
 #include "wire_time.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QMap>
 #include <QRandomGenerator>
+#include <QThread>
 
 #include <cstdio>
+#include <memory>
 
 using namespace velmor;
 using namespace velmor::bench;
@@ -91,6 +96,30 @@ struct Rig {
     Operations operations{state, port, dialogs};
 };
 
+// The line the soak talks over: the simulator's own, or a ser2net connection
+// to it; empty with a message when ser2net cannot serve it.
+QString lineVia(const QString& via, const QString& simLink, testing::Ser2netProcess& server)
+{
+    if (via == QLatin1String("local"))
+        return simLink;
+    if (via != QLatin1String("tcp") && via != QLatin1String("rfc2217")) {
+        std::fprintf(stderr, "--via takes local, tcp or rfc2217\n");
+        return {};
+    }
+    if (testing::Ser2netProcess::executable().isEmpty()) {
+        std::fprintf(stderr, "ser2net is not installed\n");
+        return {};
+    }
+    using Accepter = testing::Ser2netProcess::Accepter;
+    const int index = server.addConnection(via == QLatin1String("tcp") ? Accepter::Raw : Accepter::Rfc2217,
+                                           QFileInfo(simLink).symLinkTarget());
+    if (!server.start()) {
+        std::fprintf(stderr, "ser2net did not start: %s\n", qPrintable(server.error()));
+        return {};
+    }
+    return server.url(index);
+}
+
 }  // namespace
 
 int main(int argc, char* argv[])
@@ -111,12 +140,21 @@ int main(int argc, char* argv[])
         return 1;
     }
 
-    Rig rig(sim.linkPath());
+    const qsizetype viaAt = app.arguments().indexOf(QStringLiteral("--via"));
+    const QString via = viaAt > 0 ? app.arguments().value(viaAt + 1) : QStringLiteral("local");
+    testing::Ser2netProcess server;
+    const QString line = lineVia(via, sim.linkPath(), server);
+    if (line.isEmpty())
+        return 1;
+
+    auto soaked = std::make_unique<Rig>(line);
+    Rig& rig = *soaked;
     if (!rig.operations.cmdFrame3Receive()) {
         std::fprintf(stderr, "the first whole read failed\n");
         return 1;
     }
-    std::printf("soak: %d single reads of a TM-C16 in velmor-sim (no pacing), %d faulted\n", kExchanges, kFaults);
+    std::printf("soak: %d single reads of a TM-C16 in velmor-sim (no pacing), %d faulted, over %s\n", kExchanges,
+                kFaults, qPrintable(line));
     QMap<QString, QMap<Failure, int>> ends;
     int wrongEnds = 0, cleanFailures = 0;
     qint64 memoryEarly = 0;
@@ -141,9 +179,15 @@ int main(int argc, char* argv[])
     const double seconds = static_cast<double>(clock.nsecsElapsed()) / 1e9;
     const qint64 memoryLate = residentKb();
 
-    Rig fresh(sim.linkPath());
+    // The soak's own connection goes first: a serial server serves one at a time.
+    const auto soakedRecord = rig.state.current();
+    soaked.reset();
+    if (via != QLatin1String("local"))
+        QThread::msleep(1000);
+    Rig fresh(line);
     const bool freshRead = fresh.operations.cmdFrame3Receive();
-    const bool sameRecord = freshRead && fresh.state.current() == rig.state.current();
+    const bool sameRecord = freshRead && fresh.state.current() == soakedRecord;
+    server.stop();
     sim.stop();
 
     for (auto k = ends.cbegin(); k != ends.cend(); ++k) {

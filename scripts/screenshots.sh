@@ -2,7 +2,8 @@
 # Takes screenshots of the main window under Xvfb, in Chinese and English,
 # after a search of two simulated lines (three modules), for the README and
 # the manual: doc/manual/images/window-LANG.png (channel setup) and
-# window-LANG-info.png (module information).
+# window-LANG-info.png (module information), window-LANG-log.png (the frame-log
+# pane) and window-LANG-ports.png (the port chooser dropped down).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
@@ -26,10 +27,12 @@ start_sim SIM2 2:TM-B8 -- --fast --log /dev/null
 images=doc/manual/images
 mkdir -p "$images"
 for lang in en zh; do
-  for shot in "1:window-$lang" "3:window-$lang-info"; do
+  for shot in "1::window-$lang" "3::window-$lang-info" "1:--frame-log:window-$lang-log" \
+              "1:--ports-open:window-$lang-ports"; do
+    IFS=: read -r frame option name <<<"$shot"
     xvfb-run -a -s "-screen 0 1280x1024x24 -dpi 96" \
-      env QT_QPA_PLATFORM=xcb "$build/tools/window_shot" --lang "$lang" --frame "${shot%%:*}" \
-      --out "$images/${shot#*:}.png" 2>/dev/null
-    echo "$images/${shot#*:}.png"
+      env QT_QPA_PLATFORM=xcb "$build/tools/window_shot" --lang "$lang" --frame "$frame" $option \
+      --out "$images/$name.png" 2>/dev/null
+    echo "$images/$name.png"
   done
 done

@@ -5,7 +5,31 @@
 
 #include <utility>
 
+#if defined(Q_OS_LINUX)
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+#endif
+
 namespace velmor {
+
+namespace {
+
+// An RFC 2217 server answers the line settings and then sends the reply in a
+// second small segment, which it holds back until the first is acknowledged;
+// Linux delays that acknowledgement by up to 40 ms. Acknowledge at once (the
+// kernel forgets the wish after a while, so it is asked for on every read).
+void acknowledgeAtOnce(const QTcpSocket& socket)
+{
+#if defined(Q_OS_LINUX)
+    const int on = 1;
+    ::setsockopt(static_cast<int>(socket.socketDescriptor()), IPPROTO_TCP, TCP_QUICKACK, &on, sizeof on);
+#else
+    Q_UNUSED(socket);
+#endif
+}
+
+}  // namespace
 
 NetworkTransport::NetworkTransport(const NetworkPort& address, QObject* parent)
     : LineTransport(parent), address_(address)
@@ -121,6 +145,7 @@ QByteArray NetworkTransport::readAll() { return std::exchange(queue_, {}); }
 void NetworkTransport::takeIncoming()
 {
     QByteArray data = socket_.readAll();
+    acknowledgeAtOnce(socket_);
     if (data.isEmpty())
         return;
     if (speaksTelnet()) {

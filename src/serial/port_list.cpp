@@ -25,7 +25,7 @@ QString virtualPortsDirectory()
     if (!runtime.isEmpty())
         return runtime + QStringLiteral("/velmor-ports");
 #if defined(Q_OS_UNIX)
-    // The one POSIX call outside the simulator: the folder must be the same
+    // The folder must be the same
     // for the program and the simulator of one user, and differ between users.
     return QDir::tempPath() + QStringLiteral("/velmor-ports-") + QString::number(::getuid());
 #else

@@ -172,6 +172,8 @@ int main(int argc, char* argv[])
             wrongEnds += end != expectedEnd(faults[i]);
         } else if (end != Failure::None) {
             ++cleanFailures;
+            std::fprintf(stderr, "unfaulted exchange %d ended %s, after %s\n", i, endName(end),
+                         faults.contains(i - 1) ? qPrintable(faults[i - 1] + QStringLiteral(" fault")) : "a clean one");
         }
         if (i == kMemoryAfter)
             memoryEarly = residentKb();

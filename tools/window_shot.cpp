@@ -13,8 +13,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
-#include <QScreen>
 #include <QCommandLineParser>
+#include <QScreen>
 #include <QTabBar>
 #include <QTextStream>
 

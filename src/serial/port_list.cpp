@@ -25,8 +25,8 @@ QString virtualPortsDirectory()
     if (!runtime.isEmpty())
         return runtime + QStringLiteral("/velmor-ports");
 #if defined(Q_OS_UNIX)
-    // The folder must be the same
-    // for the program and the simulator of one user, and differ between users.
+    // The folder must be the same for the program and the simulator of one
+    // user, and differ between users.
     return QDir::tempPath() + QStringLiteral("/velmor-ports-") + QString::number(::getuid());
 #else
     return QDir::tempPath() + QStringLiteral("/velmor-ports");

@@ -122,9 +122,38 @@ bool parseReply(ReplyKind kind, QByteArrayView frame, quint8 command, ModuleReco
     return false;
 }
 
+namespace {
+
+bool isStartByte(QByteArrayView v, qsizetype i) { return i < v.size() && byteAt(v, i) == kFrameStart; }
+
+// A frame can begin at `i`: AA AA and then a byte other than AA (a length byte
+// never is), or as much of that as has arrived so far.
+bool beginsFrame(QByteArrayView v, qsizetype i)
+{
+    const qsizetype left = v.size() - i;
+    return isStartByte(v, i) && (left == 1 || (isStartByte(v, i + 1) && (left == 2 || !isStartByte(v, i + 2))));
+}
+
+// Where a frame begins in `received`, looking from `from`: the first place that
+// beginsFrame; failing one, the first AA; -1 when there is none. A lone AA,
+// such as the tail of a reply that came too late, is not taken for the start
+// of a frame, nor is an AA of noise just ahead of the reply's own pair.
+qsizetype frameStart(QByteArrayView received, qsizetype from)
+{
+    const auto next = [&](qsizetype i) { return received.indexOf(static_cast<char>(kFrameStart), i); };
+    const qsizetype first = next(from);
+    for (qsizetype i = first; i >= 0; i = next(i + 1)) {
+        if (beginsFrame(received, i))
+            return i;
+    }
+    return first;
+}
+
+}  // namespace
+
 QByteArrayView frameWithin(QByteArrayView received)
 {
-    const qsizetype start = received.indexOf(static_cast<char>(kFrameStart));
+    const qsizetype start = frameStart(received, 0);
     if (start >= 0)
         return received.sliced(start);
     return received.isEmpty() ? received : received.sliced(received.size() - 1);
@@ -165,21 +194,21 @@ bool answersAny(QByteArrayView frame, const QList<Request>& requests)
 qsizetype staleReplyBytes(QByteArrayView received, const Request& request, const QList<Request>& timedOut)
 {
     qsizetype skipped = 0;
-    qsizetype pos = received.indexOf(static_cast<char>(kFrameStart));
+    qsizetype pos = frameStart(received, 0);
     while (pos >= 0) {
         const QByteArrayView rest = received.sliced(pos);
         const qsizetype length = wellFormedLength(rest);
         if (length == 0 || answers(rest, request) || !answersAny(rest, timedOut))
             break;
         skipped = pos + length;
-        pos = received.indexOf(static_cast<char>(kFrameStart), skipped);
+        pos = frameStart(received, skipped);
     }
     return skipped;
 }
 
 bool replyComplete(QByteArrayView received, int expected)
 {
-    const qsizetype start = received.indexOf(static_cast<char>(kFrameStart));
+    const qsizetype start = frameStart(received, 0);
     return start >= 0 && received.size() - start >= expected;
 }
 

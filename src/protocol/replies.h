@@ -29,8 +29,9 @@ bool parseShortReply(QByteArrayView frame, quint8 command, int& parseStatus);
 bool parseReply(ReplyKind kind, QByteArrayView frame, quint8 command, ModuleRecord& record,
                 int& parseStatus);
 
-// The frame within what was received: from the first AA to the end; with no AA
-// at all, the last byte alone (which then fails the start check).
+// The frame within what was received: from its first AA AA that is followed by
+// a byte other than AA, to the end. Failing such a pair, from the first AA;
+// with no AA at all, the last byte alone (both then fail the start check).
 QByteArrayView frameWithin(QByteArrayView received);
 
 // How many bytes at the start of `received` are whole, well-formed replies to
@@ -39,8 +40,9 @@ QByteArrayView frameWithin(QByteArrayView received);
 // request's reply; everything else is left to the checks.
 qsizetype staleReplyBytes(QByteArrayView received, const Request& request, const QList<Request>& timedOut);
 
-// True once `expected` bytes stand in `received` counted from its first AA, so
-// that noise ahead of a reply cannot make it look complete early.
+// True once `expected` bytes stand in `received` counted from where its frame
+// begins (as for frameWithin), so that noise ahead of a reply, a lone AA in it
+// included, cannot make the reply look complete early.
 bool replyComplete(QByteArrayView received, int expected);
 
 }  // namespace velmor

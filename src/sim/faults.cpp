@@ -18,6 +18,7 @@ constexpr KindInfo kKinds[] = {
     {FaultKind::Echo, "echo", 0},       {FaultKind::Truncate, "truncate", 1},
     {FaultKind::Silence, "silence", 0}, {FaultKind::Late, "late", 1500},
     {FaultKind::Split, "split", 100},   {FaultKind::Dropoff, "dropoff", 0},
+    {FaultKind::Tail, "tail", kFullFrameLength - 1},
 };
 
 const KindInfo& infoOf(FaultKind kind)
@@ -82,6 +83,8 @@ Outgoing FaultPlan::shape(int address, int exchange, const QByteArray& reply) co
         byteAt(out.bytes, out.bytes.size() - 1) += 1;
     if (const Fault* f = find(FaultKind::Truncate))
         out.bytes.chop(std::min<qsizetype>(paramOf(*f), out.bytes.size()));
+    if (const Fault* f = find(FaultKind::Tail))
+        out.bytes.prepend(out.bytes.right(paramOf(*f)));
     if (find(FaultKind::Noise))
         out.bytes.prepend(kNoise);
     if (const Fault* f = find(FaultKind::Split)) {

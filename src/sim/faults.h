@@ -18,6 +18,8 @@ enum class FaultKind {
     Late,      // reply `param` ms later than usual (default 1500, past the wait)
     Split,     // reply in three pieces with `param` ms between them (default 100)
     Dropoff,   // answers its first `at` exchanges, silent from then on
+    Tail,      // the reply's own last `param` bytes ahead of it (default 54: a lone AA and the
+               // rest), as a line server passes on the end of a reply that came too late
 };
 
 // A fault of the module that started at `address`. `at` 0 means every exchange

@@ -82,7 +82,8 @@ void addSimOptions(QCommandLineParser& parser)
          QStringLiteral("A fault of the module that starts at ADDR. KIND: %1. AT: 0 (default) every "
                         "exchange, n the module's n-th exchange only; for dropoff, the number of exchanges "
                         "it answers before going silent. PARAM: truncate, bytes missing (default 1); late, "
-                        "extra delay in ms (default 1500); split, ms between three pieces (default 100). "
+                        "extra delay in ms (default 1500); split, ms between three pieces (default 100); tail, how many of the reply's last bytes go "
+                        "ahead of it (default 54). "
                         "Repeatable.")
              .arg(kinds),
          QStringLiteral("ADDR:KIND[:AT[:PARAM]]")},

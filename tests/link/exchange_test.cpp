@@ -26,6 +26,7 @@ private slots:
     void timeOutIsOneSecondAtStart();
     void aSecondStartIsRefusedWhileAReplyIsAwaited();
     void noiseBeforeTheReplyIsFoundAndAccepted();
+    void tailOfAnEarlierReplyAheadDoesNotCompleteTheReplyEarly();
     void wrongChecksumGivesReturnDataFail();
     void echoOfTheCommandItselfIsRefusedWithStatus4();
     void rejectedReplyChangesNothingInTheTable();
@@ -74,6 +75,24 @@ void ExchangeTest::noiseBeforeTheReplyIsFoundAndAccepted()
     rig.select(line, 5);
     QVERIFY(rig.operations.readModuleInfo());
     QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_VERIFY_SAME(informationDifference(rig.state.current(), line.memory(5)));
+}
+
+void ExchangeTest::tailOfAnEarlierReplyAheadDoesNotCompleteTheReplyEarly()
+{
+    SimLine line({sim::ModuleAt{5, 2}});
+    QVERIFY(line.isReady());
+    // A lone AA and 53 bytes ahead of the reply; the first two pieces hold the
+    // whole tail but only part of the reply.
+    line.addFault(5, sim::FaultKind::Tail);
+    line.addFault(5, sim::FaultKind::Split, 0, 60);
+    LinkRig rig;
+    rig.select(line, 5);
+    QSignalSpy frames(&rig.operations.exchange(), &Exchange::frameReceived);
+    QVERIFY(rig.operations.readModuleInfo());
+    QVERIFY(rig.dialogs.messages.isEmpty());
+    QCOMPARE(frames.size(), 1);
+    QCOMPARE(frames.first().first().toByteArray().size(), kFullFrameLength);
     VELMOR_VERIFY_SAME(informationDifference(rig.state.current(), line.memory(5)));
 }
 

@@ -23,6 +23,10 @@ private slots:
     void withoutStartByteOnlyLastByteRemains();
     void replyCompleteCountsFromFirstStartByte_data();
     void replyCompleteCountsFromFirstStartByte();
+    void loneStartByteAheadIsNotTheFrame_data();
+    void loneStartByteAheadIsNotTheFrame();
+    void damagedPairFallsBackToTheFirstStartByte_data();
+    void damagedPairFallsBackToTheFirstStartByte();
 };
 
 void FrameEnvelopeTest::checksumIsSumOfNBytesFromAddressModulo256()
@@ -108,6 +112,58 @@ void FrameEnvelopeTest::replyCompleteCountsFromFirstStartByte()
     QByteArray received(noise, '\x55');
     received += makeReply(kFullN, 5, 0x41, 1).left(arrived);
     QCOMPARE(replyComplete(received, expected), complete);
+}
+
+void FrameEnvelopeTest::loneStartByteAheadIsNotTheFrame_data()
+{
+    QTest::addColumn<QByteArray>("ahead");
+    const QByteArray earlier = makeReply(kFullN, 1, 0x41, 9);
+    QTest::newRow("AA in noise") << hexBytes("00 AA 55");
+    QTest::newRow("AA last of the noise") << hexBytes("00 55 AA");
+    QTest::newRow("AA AA last of the noise") << hexBytes("00 AA AA");
+    QTest::newRow("tail of a late reply") << earlier.mid(1);
+    QTest::newRow("short tail of a late reply") << earlier.mid(1, 8);
+}
+
+void FrameEnvelopeTest::loneStartByteAheadIsNotTheFrame()
+{
+    QFETCH(QByteArray, ahead);
+    const QByteArray reply = validReply(ReplyKind::Info, 1, bytesOf({7}));
+    // However the reply trickles in, it is complete only with its last byte.
+    for (int arrived = 1; arrived < kFullFrameLength; ++arrived)
+        QVERIFY2(!replyComplete(ahead + reply.left(arrived), kFullFrameLength), qPrintable(QString::number(arrived)));
+    const QByteArray received = ahead + reply;
+    QVERIFY(replyComplete(received, kFullFrameLength));
+    VELMOR_COMPARE_BYTES(frameWithin(received), reply);
+    ModuleRecord record = markedRecord();
+    int status = 0;
+    QVERIFY(parseInfoReply(frameWithin(received), kCmdRead, record, status));
+    QCOMPARE(record.channels[0].excitation, qint16(7));
+}
+
+void FrameEnvelopeTest::damagedPairFallsBackToTheFirstStartByte_data()
+{
+    QTest::addColumn<QByteArray>("received");
+    QTest::addColumn<int>("frameStart");
+    const QByteArray reply = validReply(ReplyKind::Info, 1, bytesOf({7}));
+    QByteArray secondDamaged = reply;
+    secondDamaged[1] = '\x2A';
+    QTest::newRow("second AA damaged") << secondDamaged << 0;
+    QTest::newRow("noise, then a damaged pair") << hexBytes("00 55") + secondDamaged << 2;
+}
+
+void FrameEnvelopeTest::damagedPairFallsBackToTheFirstStartByte()
+{
+    // With no pair anywhere, the frame starts at the first AA and fails the
+    // start check, as it always has.
+    QFETCH(QByteArray, received);
+    QFETCH(int, frameStart);
+    QVERIFY(replyComplete(received, kFullFrameLength));
+    VELMOR_COMPARE_BYTES(frameWithin(received), received.mid(frameStart));
+    ModuleRecord record = markedRecord();
+    int status = 0;
+    QVERIFY(!parseInfoReply(frameWithin(received), kCmdRead, record, status));
+    QCOMPARE(status, int(kStatusBadStart));
 }
 
 QTEST_GUILESS_MAIN(FrameEnvelopeTest)

@@ -31,7 +31,7 @@ private slots:
         for (const char* option : {"--help", "--name", "--module", "--seed", "--state", "--fast", "--turnaround",
                                    "--balance-delay", "--fault", "--vanish-after", "--log", "--ports-dir"})
             QVERIFY2(text.contains(QLatin1String(option)), option);
-        for (const char* kind : {"noise", "checksum", "echo", "truncate", "silence", "late", "split", "dropoff"})
+        for (const char* kind : {"noise", "checksum", "echo", "truncate", "silence", "late", "split", "dropoff", "tail"})
             QVERIFY2(text.contains(QLatin1String(kind)), kind);
     }
 

@@ -57,6 +57,17 @@ private slots:
         QCOMPARE(statusOf(out.bytes), 0);
     }
 
+    void tailGoesAheadAsALoneStartByteAndTheReplyIsStillFound()
+    {
+        const QByteArray reply = infoReply(1, 2);
+        const Outgoing out = planWith({1, FaultKind::Tail}).shape(1, 1, reply);
+        QCOMPARE(out.bytes, reply.mid(1) + reply);
+        QCOMPARE(quint8(out.bytes[0]), quint8(kFrameStart));
+        QVERIFY(quint8(out.bytes[1]) != kFrameStart);
+        QCOMPARE(statusOf(out.bytes), 0);
+        QCOMPARE(planWith({1, FaultKind::Tail, 0, 3}).shape(1, 1, reply).bytes, reply.right(3) + reply);
+    }
+
     void checksumFaultIsRefusedWithStatusThree()
     {
         const Outgoing out = planWith({1, FaultKind::Checksum}).shape(1, 1, infoReply(1, 2));
@@ -190,7 +201,7 @@ private slots:
     void kindNamesCoverEveryKind()
     {
         QCOMPARE(faultKindNames(), (QStringList{"noise", "checksum", "echo", "truncate", "silence", "late", "split",
-                                                "dropoff"}));
+                                                "dropoff", "tail"}));
     }
 };
 

@@ -216,6 +216,7 @@ private slots:
         QTest::newRow("truncate") << int(FaultKind::Truncate) << -1 << 54 << int(kStatusBadChecksum);
         QTest::newRow("truncate 10") << int(FaultKind::Truncate) << 10 << 45 << int(kStatusBadChecksum);
         QTest::newRow("silence") << int(FaultKind::Silence) << -1 << 0 << -1;
+        QTest::newRow("tail") << int(FaultKind::Tail) << -1 << 54 + 55 << 0;
     }
     void faultsAsTheFarEndSeesThem()
     {

@@ -7,6 +7,9 @@ packages=(
   qt6-base-dev qt6-serialport-dev qt6-tools-dev qt6-translations-l10n libgl-dev
   fonts-wqy-microhei
   ser2net
+  # scripts/package.sh: dpkg-shlibdeps for the package's dependencies, and the
+  # checkers it runs on the package, the desktop entry and the metainfo.
+  dpkg-dev lintian desktop-file-utils appstream
 )
 
 missing=()

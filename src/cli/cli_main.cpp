@@ -44,7 +44,23 @@ std::optional<QString> optionValue(const QStringList& arguments, qsizetype& i, Q
     return ++i < arguments.size() ? arguments[i] : QString();
 }
 
+// Where the command stands: past the global options and their values.
+qsizetype commandPosition(const QStringList& arguments)
+{
+    qsizetype i = 1;
+    for (; i < arguments.size() && arguments[i].startsWith(QLatin1Char('-')); ++i)
+        if (!optionValue(arguments, i, kLang))
+            optionValue(arguments, i, kLog);
+    return i;
+}
+
 }  // namespace
+
+bool needsFonts(const QStringList& arguments)
+{
+    const qsizetype i = commandPosition(arguments);
+    return i < arguments.size() && arguments[i] == QLatin1String("report");
+}
 
 int runCli(const QStringList& arguments)
 {

@@ -24,6 +24,7 @@ const OptionRow kOptions[] = {
     {Opt::Channels, "channels", &cli_text::kChannelsOption, &cli_text::kListValue},
     {Opt::ForceWrite, "force", &cli_text::kForceWriteOption, nullptr},
     {Opt::ForceBalance, "force", &cli_text::kForceBalanceOption, nullptr},
+    {Opt::Out, "out", &cli_text::kOutOption, &cli_text::kReportValue},
 };
 
 const OptionRow& rowOf(Opt option)

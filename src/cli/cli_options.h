@@ -9,7 +9,7 @@
 namespace velmor::cli {
 
 // The options of the commands; a command declares the ones it takes.
-enum class Opt { Port, Address, Save, Config, OnlyOneModule, Channels, ForceWrite, ForceBalance };
+enum class Opt { Port, Address, Save, Config, OnlyOneModule, Channels, ForceWrite, ForceBalance, Out };
 
 // The option's name as the parser knows it ("port", "force").
 QString optionName(Opt option);

@@ -118,6 +118,7 @@ const QList<Command>& commands()
         {"balance", &kOptionsSynopsis, &kBalanceSummary, declareBalance, runBalance},
         {"show", &kShowSynopsis, &kShowSummary, declareShow, runShow},
         {"edit", &kEditSynopsis, &kEditSummary, declareEdit, runEdit},
+        {"report", &kReportSynopsis, &kReportSummary, declareReport, runReport},
     };
     return list;
 }

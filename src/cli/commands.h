@@ -24,6 +24,8 @@ int runWrite(Session& session, const QCommandLineParser& parser);
 int runWriteInfo(Session& session, const QCommandLineParser& parser);
 int runBalance(Session& session, const QCommandLineParser& parser);
 void declareEdit(QCommandLineParser& parser, Language language);
+void declareReport(QCommandLineParser& parser, Language language);
+int runReport(Session& session, const QCommandLineParser& parser);
 int runEdit(Session& session, const QCommandLineParser& parser);
 
 // What the commands share across their files.

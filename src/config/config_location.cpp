@@ -1,6 +1,7 @@
 #include "config_location.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <QTemporaryFile>
 
@@ -20,10 +21,22 @@ bool canCreateFilesIn(const QString& dir)
 
 }  // namespace
 
+QString installedDocFolder(const QString& programDir)
+{
+    if (programDir.isEmpty())
+        return {};
+    // VELMOR_DOC_FROM_BIN is the install rules' own layout (../share/doc/velmor),
+    // so an unpacked package in any folder counts as installed too.
+    const QString docFolder = QDir::cleanPath(programDir + QLatin1Char('/') + QStringLiteral(VELMOR_DOC_FROM_BIN));
+    if (!QFileInfo(docFolder + QStringLiteral("/copyright")).isFile())
+        return {};
+    return docFolder;
+}
+
 QString defaultConfigPath(const QString& programDir)
 {
     const QString name = QString::fromLatin1(kConfigFileName);
-    if (canCreateFilesIn(programDir))
+    if (installedDocFolder(programDir).isEmpty() && canCreateFilesIn(programDir))
         return QDir(programDir).filePath(name);
     const QString dataDir = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     QDir().mkpath(dataDir);

@@ -40,6 +40,7 @@ inline constexpr Text kUsage{
 inline constexpr Text kCommandUsage{"用法：%1 %2", "Usage: %1 %2"};
 inline constexpr Text kOptionsSynopsis{"[选项]", "[options]"};
 inline constexpr Text kShowSynopsis{"[选项] FILE", "[options] FILE"};
+inline constexpr Text kReportSynopsis{"[选项] FILE --out REPORT", "[options] FILE --out REPORT"};
 inline constexpr Text kEditSynopsis{"[选项] FILE FIELD=VALUE...", "[options] FILE FIELD=VALUE..."};
 
 // Command summaries, in the order the help lists them.
@@ -57,6 +58,8 @@ inline constexpr Text kBeckonSummary{"让线路上的模块回复它的模块信
 inline constexpr Text kBalanceSummary{"对所选通道做桥平衡，等待 3 秒，再读取模块。",
                                       "Balance the bridges of the chosen channels, wait 3 s, then read the module."};
 inline constexpr Text kShowSummary{"解析一个配置文件并打印其中的记录。", "Decode a configuration file and print its record."};
+inline constexpr Text kReportSummary{"把配置文件中模块的设置报告写成 PDF 或单个 HTML 文件（按 --out 的后缀）。",
+                                     "Write the setup report of a configuration file's module as PDF or one HTML file (by the suffix of --out)."};
 inline constexpr Text kEditSummary{"按通道表格的规则修改配置文件中所选通道的参数，再保存文件。",
                                    "Change channel parameters in a configuration file by the channel grid's rules, then save it."};
 
@@ -79,6 +82,10 @@ inline constexpr Text kForceWriteOption{
     "Send the file even when it is not a module record or holds another model than the module's."};
 inline constexpr Text kForceBalanceOption{"即使 --channels 超出模块的通道数，也照样发送平衡请求。",
                                           "Send the balance even when --channels names channels the module does not have."};
+inline constexpr Text kOutOption{"报告文件：REPORT.pdf 或 REPORT.html（语言由全局选项 --lang 决定）。",
+                                 "Report file: REPORT.pdf or REPORT.html (its language is the global --lang)."};
+inline constexpr Text kReportValue{"REPORT", "REPORT"};
+inline constexpr Text kReportFileArgument{"要写成报告的配置文件（8679 字节）。", "Configuration file to report on (8679 bytes)."};
 inline constexpr Text kFileArgument{"要解析的配置文件。", "Configuration file to decode."};
 inline constexpr Text kEditChannelsOption{"要修改的通道，从 1 起，例如 1,3-8（默认：文件中模块的全部通道）；不能超过它的通道数。",
                                           "Channels to edit, 1-based, e.g. 1,3-8 (default: every channel of the file's module); "
@@ -110,6 +117,8 @@ inline constexpr Text kAddressRange{"--address 取 0 到 255 的数。", "--addr
 inline constexpr Text kChannelsSyntax{"--channels 取 1 到 16 的通道号，例如 1,2,5-8。",
                                       "--channels takes channel numbers 1 to 16, e.g. 1,2,5-8."};
 inline constexpr Text kShowTakesOneFile{"show 只取一个配置文件。", "show takes one configuration file."};
+inline constexpr Text kReportTakesOneFile{"report 只取一个配置文件。", "report takes one configuration file."};
+inline constexpr Text kOutRequired{"需要 --out。", "--out is required."};
 inline constexpr Text kEditTakesFileAndAssignments{"edit 取一个配置文件和至少一个 FIELD=VALUE。",
                                                    "edit takes a configuration file and at least one FIELD=VALUE."};
 inline constexpr Text kNotAnAssignment{"%1 不是 FIELD=VALUE。", "%1 is not FIELD=VALUE."};
@@ -130,6 +139,8 @@ inline constexpr Text kBroadcastNeedsOnlyOne{
 inline constexpr Text kChannelBeyondModule{
     "--channels 指定了通道 %1，但地址 %2 上的模块只有 %3 个通道；没有发送平衡请求。用 --force 仍然发送。",
     "--channels names channel %1, but the module at address %2 has %3 channels; no balance was sent. Give --force to send it anyway."};
+inline constexpr Text kNotModuleRecordToReport{"%1 不是模块的配置文件：%2。没有写出报告。",
+                                               "%1 is not a module's configuration file: %2. No report was written."};
 inline constexpr Text kNotRegularFile{"%1 不是普通文件。", "%1 is not a regular file."};
 inline constexpr Text kNotModuleRecordToEdit{
     "%1 不是模块的配置文件：%2。什么也没有写入；用 --force 仍然修改。",

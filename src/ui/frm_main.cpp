@@ -6,10 +6,14 @@
 #include "frame_log_pane.h"
 #include "main_menus.h"
 #include "model/messages.h"
+#include "model/report_texts.h"
 #include "model/window_texts.h"
 #include "module_info_fields.h"
 #include "operation_panels.h"
 #include "port_search_bar.h"
+#include "report/report_file.h"
+#include "serial/port_list.h"
+#include "report/setup_report.h"
 #include "frame_display.h"
 #include "module_view.h"
 #include "frm_about.h"
@@ -18,6 +22,7 @@
 #include "widget_dialogs.h"
 
 #include <QCloseEvent>
+#include <QDateTime>
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
@@ -129,6 +134,7 @@ void frmMain::wireMenus()
     connect(menus_, &MainMenus::open, this, &frmMain::MnuFile_Open_Click);
     connect(menus_, &MainMenus::save, this, &frmMain::MnuFile_Save_Click);
     connect(menus_, &MainMenus::saveAs, this, &frmMain::MnuFile_SaveAs_Click);
+    connect(menus_, &MainMenus::exportReport, this, &frmMain::MnuFile_ExportReport_Click);
     connect(menus_, &MainMenus::exit, this, &QWidget::close);
     connect(menus_, &MainMenus::search, this, &frmMain::cmdSearch_Click);
     connect(menus_, &MainMenus::searchAll, this, &frmMain::cmdSearchAll_Click);
@@ -289,6 +295,26 @@ void frmMain::MnuFile_SaveAs_Click()
     const QString path = files_.saveFileName();
     if (!path.isEmpty())
         save(path);
+}
+
+void frmMain::MnuFile_ExportReport_Click()
+{
+    const QString path = files_.saveFileName();
+    if (path.isEmpty())
+        return;
+    const std::optional<ReportFormat> format = reportFormatFor(path);
+    if (!format) {
+        dialogs_.showMessage(pick(msg::kTitle, language_), pick(report_text::kNeedsSuffix, language_).arg(path));
+        return;
+    }
+    const ModuleRecord& record = state_.current();
+    const PortEntry* port = findPort(ports_, record.portNumber);
+    const ReportSubject subject{port ? port->name : QString::number(record.portNumber),
+                                state_.channelMask.at(static_cast<size_t>(state_.currentModule)),
+                                QDateTime::currentDateTime()};
+    const QString failure = writeReportFile(path, *format, setupReportHtml(record, subject, language_), language_);
+    if (!failure.isEmpty())
+        dialogs_.showMessage(pick(msg::kTitle, language_), pick(report_text::kCannotWrite, language_).arg(path, failure));
 }
 
 void frmMain::save(const QString& path)

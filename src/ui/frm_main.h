@@ -55,6 +55,8 @@ public:
     void MnuFile_Open_Click();
     void MnuFile_Save_Click();
     void MnuFile_SaveAs_Click();
+    // The current module's setup report, as PDF or HTML by the file's suffix.
+    void MnuFile_ExportReport_Click();
 
     SetupState& state() { return state_; }
     // The file that Save, Exit and closing the window write.

@@ -1,5 +1,6 @@
 #include "help_manual.h"
 
+#include "config/config_location.h"
 #include "model/about_texts.h"
 #include "model/messages.h"
 
@@ -13,6 +14,11 @@ namespace velmor {
 QString manualPath(Language language, const QString& programFolder)
 {
     const QString name = language == Language::Chinese ? QStringLiteral("velmor-zh.html") : QStringLiteral("velmor-en.html");
+    // Installed, the pages lie in the documentation folder; in the build tree,
+    // beside the program.
+    const QString docFolder = installedDocFolder(programFolder);
+    if (!docFolder.isEmpty())
+        return docFolder + QLatin1Char('/') + name;
     return programFolder + QStringLiteral("/manual/") + name;
 }
 

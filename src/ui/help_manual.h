@@ -7,8 +7,10 @@
 
 namespace velmor {
 
-// The operator's manual in the language, installed beside the program:
-// manual/velmor-zh.html (Chinese) or manual/velmor-en.html in that folder.
+// The operator's manual in the language, velmor-zh.html (Chinese) or
+// velmor-en.html: in the documentation folder of an installed program
+// (../share/doc/velmor from programFolder, see installedDocFolder), else
+// beside the program in manual/, where the build puts it.
 QString manualPath(Language language, const QString& programFolder);
 // The same in this program's own folder.
 QString manualPath(Language language);

@@ -2,6 +2,7 @@
 
 #include "model/frame_log_texts.h"
 #include "model/network_port_texts.h"
+#include "model/report_texts.h"
 #include "model/window_texts.h"
 
 #include <QMenuBar>
@@ -35,7 +36,11 @@ MainMenus::MainMenus(QMenuBar* bar, Language language) : QObject(bar)
     // Open and save wait while a flow runs: the record is in use.
     commandActions_ << wired(entry(file, "MnuFile_Open", win::kMnuFileOpen, language), &MainMenus::open)
                     << wired(entry(file, "MnuFile_Save", win::kMnuFileSave, language), &MainMenus::save)
-                    << wired(entry(file, "MnuFile_SaveAs", win::kMnuFileSaveAs, language), &MainMenus::saveAs);
+                    << wired(entry(file, "MnuFile_SaveAs", win::kMnuFileSaveAs, language), &MainMenus::saveAs)
+                    // Like Save As, it reports the record the window holds,
+                    // found by a search or opened from a file.
+                    << wired(entry(file, "MnuFile_ExportReport", report_text::kMnuFileExportReport, language),
+                             &MainMenus::exportReport);
     file->addSeparator();
     wired(entry(file, "MnuFile_Exit", win::kMnuFileExit, language), &MainMenus::exit);
 

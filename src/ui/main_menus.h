@@ -28,6 +28,7 @@ signals:
     void open();
     void save();
     void saveAs();
+    void exportReport();
     void exit();
     void search();
     void searchAll();

@@ -297,6 +297,7 @@ void CliGuardsTest::filesThatAreNotRegularAreRefusedAtOnce()
         words("write --address 1 --port") << line.port() << QStringLiteral("--config") << fifo,
         words("write-info --only-one-module --port") << line.port() << QStringLiteral("--config") << fifo,
         words("read --address 1 --port") << line.port() << QStringLiteral("--save") << fifo,
+        words("report") << fifo << QStringLiteral("--out") << line.file(QStringLiteral("report.pdf")),
     };
     for (const QStringList& command : loads) {
         const CliResult result = runEn(command);
@@ -540,7 +541,7 @@ void CliGuardsTest::everyMessageComesInBothLanguages()
     QCOMPARE(help.exitCode, 0);
     QVERIFY(help.out.startsWith("用法：velmor-cli"));
     QVERIFY(!help.out.contains("Usage") && !help.out.contains("Show"));
-    for (const char* command : {"ports", "search", "read", "write", "write-info", "beckon", "balance", "show"}) {
+    for (const char* command : {"ports", "search", "read", "write", "write-info", "beckon", "balance", "show", "report"}) {
         const CliResult zh = runCli(words("--lang zh") << QString::fromLatin1(command) << QStringLiteral("--help"));
         QCOMPARE(zh.exitCode, 0);
         QVERIFY(zh.out.startsWith("用法：velmor-cli " + QByteArray(command)));
@@ -566,6 +567,12 @@ void CliGuardsTest::everyMessageComesInBothLanguages()
          {QStringLiteral("地址 255 会到达线路上的每个模块；用 --only-one-module 确认线路上只有一个模块。"),
           QStringLiteral("Address 255 reaches every module on the line; give --only-one-module to confirm that only one module is connected.")}},
         {words("show /nonexistent/x.cfg"), {QStringLiteral("打开配置文件操作失败!"), QStringLiteral("Open configure file fail!")}},
+        {words("report x.cfg"), {QStringLiteral("需要 --out。"), QStringLiteral("--out is required.")}},
+        {words("report --out r.html"), {QStringLiteral("report 只取一个配置文件。"), QStringLiteral("report takes one configuration file.")}},
+        {words("report x.cfg --out r.doc"),
+         {QStringLiteral("报告的文件名须以 .pdf 或 .html 结尾：r.doc"), QStringLiteral("The report's file name must end in .pdf or .html: r.doc")}},
+        {words("report /nonexistent/x.cfg --out /nonexistent/r.pdf"),
+         {QStringLiteral("打开配置文件操作失败!"), QStringLiteral("Open configure file fail!")}},
     };
     for (const auto& [arguments, texts] : errors) {
         QCOMPARE(runCli(words("--lang zh") + arguments).errText(), texts.first);

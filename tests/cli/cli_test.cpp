@@ -1,6 +1,8 @@
 #include "cli_runner.h"
+#include "config/config_file.h"
 #include "config/config_image.h"
 #include "config/image_layout.h"
+#include "edit/grid_cells.h"
 #include "link_rig.h"
 #include "model/record_json.h"
 #include "sim/sim_values.h"
@@ -8,9 +10,11 @@
 #include "support/sim_process.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -59,13 +63,17 @@ private slots:
     void logThatCannotBeOpenedExitsFourBeforeAnyExchange();
     void languageFollowsTheSystemLocaleUnlessChosen();
     void textOutputShowsTheGridTexts();
+    void reportOfAFileShowsTheGridTexts();
+    void reportOfASixteenChannelFileIsAPdfOfAtMostThreePages();
+    void reportRefusesWhatItCannotReportOn();
+    void reportThatCannotBeWrittenExitsFour();
 };
 
 void CliTest::helpDescribesEveryCommandAndOption()
 {
     const CliResult general = runCli({QStringLiteral("--help")});
     QCOMPARE(general.exitCode, 0);
-    for (const char* word : {"--json", "--trace", "--log", "--lang", "ports", "search", "read", "write", "write-info", "beckon", "balance", "show"})
+    for (const char* word : {"--json", "--trace", "--log", "--lang", "ports", "search", "read", "write", "write-info", "beckon", "balance", "show", "report"})
         QVERIFY2(general.out.contains(word), word);
     const QList<QPair<QString, QStringList>> commands = {
         {QStringLiteral("search"), {QStringLiteral("--port")}},
@@ -75,6 +83,7 @@ void CliTest::helpDescribesEveryCommandAndOption()
         {QStringLiteral("beckon"), {QStringLiteral("--port")}},
         {QStringLiteral("balance"), {QStringLiteral("--port"), QStringLiteral("--address"), QStringLiteral("--channels")}},
         {QStringLiteral("show"), {QStringLiteral("FILE")}},
+        {QStringLiteral("report"), {QStringLiteral("FILE"), QStringLiteral("--out"), QStringLiteral("REPORT"), QStringLiteral("--lang")}},
     };
     for (const auto& [command, options] : commands) {
         const CliResult help = runCli({command, QStringLiteral("--help")});
@@ -461,6 +470,134 @@ void CliTest::textOutputShowsTheGridTexts()
     const CliResult zh = runCli({QStringLiteral("--lang"), QStringLiteral("zh"), QStringLiteral("read"), QStringLiteral("--port"), sim.portName(), QStringLiteral("--address"), QStringLiteral("3")}, sim.portsDir());
     for (const char* text : {"模块信息", "产品序号", "激励", "截止频率", "桥型", "增益系数1"})
         QVERIFY2(zh.out.contains(text), text);
+}
+
+namespace {
+
+// A module's configuration file, as the simulator's factory leaves the module.
+QString moduleFile(const QTemporaryDir& dir, int modelCode)
+{
+    const QString path = dir.filePath(QStringLiteral("module%1.cfg").arg(modelCode));
+    if (!saveConfigFile(path, sim::simulatedModule(4, modelCode, kSeed)))
+        qFatal("cannot write %s", qPrintable(path));
+    return path;
+}
+
+// The HTML's table rows with the cells' attributes left out.
+QString plainRows(const QByteArray& html)
+{
+    return QString::fromUtf8(html).replace(QRegularExpression(QStringLiteral("<td[^>]*>")), QStringLiteral("<td>"));
+}
+
+QString rowMarkup(const QStringList& cells, const char* cell)
+{
+    QString row = QStringLiteral("<tr>");
+    for (const QString& text : cells)
+        row += QStringLiteral("<%1>%2</%1>").arg(QLatin1String(cell), text.toHtmlEscaped());
+    return row + QStringLiteral("</tr>");
+}
+
+int pageObjectsIn(const QByteArray& pdf)
+{
+    static const QRegularExpression page(QStringLiteral("/Type\\s*/Page(?![A-Za-z])"));
+    int count = 0;
+    for (auto it = page.globalMatch(QString::fromLatin1(pdf)); it.hasNext(); it.next())
+        ++count;
+    return count;
+}
+
+}  // namespace
+
+void CliTest::reportOfAFileShowsTheGridTexts()
+{
+    QTemporaryDir dir;
+    for (const int model : {2, 3}) {  // TM-C16, TM-B8
+        const QString file = moduleFile(dir, model);
+        ModuleRecord record = defaultModule();
+        QVERIFY(loadConfigFile(file, record));
+        for (const auto& [lang, language] : {std::pair{"zh", Language::Chinese}, {"en", Language::English}}) {
+            const QString out = dir.filePath(QStringLiteral("report-%1-%2.html").arg(model).arg(QLatin1String(lang)));
+            const CliResult result = runCli({QStringLiteral("--lang"), QLatin1String(lang), QStringLiteral("report"), file, QStringLiteral("--out"), out});
+            QCOMPARE(result.exitCode, 0);
+            QCOMPARE(result.errText(), QString());
+            const QString html = plainRows(fileBytes(out));
+            // Every channel of the file, every grid, cell for cell; no
+            // channel is left out of the automatic balance of a file.
+            for (const GridCells& grid : {channelGridCells(record, language, -1), adjustGridCells(record, language),
+                                          calibrationGridCells(record, language)}) {
+                QVERIFY(html.contains(QStringLiteral("<thead>") + rowMarkup(grid.headings, "th") + QStringLiteral("</thead>")));
+                QCOMPARE(grid.rows.size(), model == 2 ? 16 : 8);
+                for (const QStringList& row : grid.rows)
+                    QVERIFY2(html.contains(rowMarkup(row, "td")), qPrintable(row.join(QLatin1Char('|'))));
+            }
+            QVERIFY(!html.contains(QStringLiteral("src="), Qt::CaseInsensitive));
+            QVERIFY(!html.contains(QStringLiteral("href="), Qt::CaseInsensitive));
+        }
+    }
+}
+
+void CliTest::reportOfASixteenChannelFileIsAPdfOfAtMostThreePages()
+{
+    QTemporaryDir dir;
+    const QString file = moduleFile(dir, 2);
+    for (const char* lang : {"zh", "en"}) {
+        const QString out = dir.filePath(QStringLiteral("report-%1.pdf").arg(QLatin1String(lang)));
+        const CliResult result = runCli({QStringLiteral("--lang"), QLatin1String(lang), QStringLiteral("report"), file, QStringLiteral("--out"), out});
+        QCOMPARE(result.exitCode, 0);
+        const QByteArray pdf = fileBytes(out);
+        QVERIFY(pdf.startsWith("%PDF-"));
+        const int pages = pageObjectsIn(pdf);
+        QVERIFY2(pages >= 1 && pages <= 3, qPrintable(QString::number(pages)));
+    }
+}
+
+void CliTest::reportRefusesWhatItCannotReportOn()
+{
+    QTemporaryDir dir;
+    const QString file = moduleFile(dir, 3);
+    const QString out = dir.filePath(QStringLiteral("r.pdf"));
+    const QString en = QStringLiteral("en");
+    const auto run = [&](const QStringList& arguments) {
+        return runCli(QStringList{QStringLiteral("--lang"), en, QStringLiteral("report")} + arguments);
+    };
+    const CliResult noOut = run({file});
+    QCOMPARE(noOut.exitCode, 2);
+    QCOMPARE(noOut.errText(), QStringLiteral("--out is required."));
+    const CliResult twoFiles = run({file, file, QStringLiteral("--out"), out});
+    QCOMPARE(twoFiles.exitCode, 2);
+    QCOMPARE(twoFiles.errText(), QStringLiteral("report takes one configuration file."));
+    const CliResult badSuffix = run({file, QStringLiteral("--out"), dir.filePath(QStringLiteral("r.txt"))});
+    QCOMPARE(badSuffix.exitCode, 2);
+    QCOMPARE(badSuffix.errText(), QStringLiteral("The report's file name must end in .pdf or .html: %1").arg(dir.filePath(QStringLiteral("r.txt"))));
+    const CliResult unreadable = run({QStringLiteral("/nonexistent/setup.cfg"), QStringLiteral("--out"), out});
+    QCOMPARE(unreadable.exitCode, 4);
+    QCOMPARE(unreadable.errText(), QStringLiteral("Open configure file fail!"));
+    const QString foreign = dir.filePath(QStringLiteral("notes.cfg"));
+    QFile notes(foreign);
+    QVERIFY(notes.open(QIODevice::WriteOnly));
+    notes.write("ten bytes!");
+    notes.close();
+    const CliResult refused = run({foreign, QStringLiteral("--out"), out});
+    QCOMPARE(refused.exitCode, 2);
+    QCOMPARE(refused.errText(), QStringLiteral("%1 is not a module's configuration file: it has 10 bytes, not 8679. No report was written.").arg(foreign));
+    QVERIFY(!QFile::exists(out));
+}
+
+void CliTest::reportThatCannotBeWrittenExitsFour()
+{
+    QTemporaryDir dir;
+    const QString file = moduleFile(dir, 2);
+    const QString missing = QStringLiteral("/nonexistent/dir/r.pdf");
+    const CliResult result = runCli({QStringLiteral("--lang"), QStringLiteral("en"), QStringLiteral("report"), file, QStringLiteral("--out"), missing});
+    QCOMPARE(result.exitCode, 4);
+    const QString start = QStringLiteral("Cannot write the report %1: ").arg(missing);
+    QVERIFY2(result.errText().startsWith(start) && result.errText().size() > start.size(), qPrintable(result.errText()));
+    // A folder where the report should go is not overwritten.
+    const QString folder = dir.filePath(QStringLiteral("folder.html"));
+    QVERIFY(QDir().mkdir(folder));
+    const CliResult notRegular = runCli({QStringLiteral("--lang"), QStringLiteral("en"), QStringLiteral("report"), file, QStringLiteral("--out"), folder});
+    QCOMPARE(notRegular.errText(), QStringLiteral("Cannot write the report %1: %1 is not a regular file.").arg(folder));
+    QCOMPARE(notRegular.exitCode, 4);
 }
 
 QTEST_GUILESS_MAIN(CliTest)

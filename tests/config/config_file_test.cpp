@@ -74,6 +74,8 @@ private slots:
     void failedSaveLeavesOldFileWhole();
     void defaultPathIsInWritableProgramFolder();
     void defaultPathFallsBackToAppDataFolder();
+    void installedProgramNeverWritesBesideItsBinary();
+    void binFolderWithoutInstalledDocsKeepsProgramFolder();
 
 private:
     QString pathOf(const QString& name) const { return dir_->filePath(name); }
@@ -267,6 +269,34 @@ void ConfigFileTest::defaultPathFallsBackToAppDataFolder()
     QVERIFY(!QFileInfo::exists(pathOf("not-there")));
     QVERIFY(saveConfigFile(path, defaultModule()));
     QVERIFY(QFile::remove(path));
+}
+
+void ConfigFileTest::installedProgramNeverWritesBesideItsBinary()
+{
+    // An unpacked package: usr/bin is writable here, as /usr/bin is for root.
+    QVERIFY(QDir().mkpath(pathOf("usr/bin")));
+    QVERIFY(QDir().mkpath(pathOf("usr/share/doc/velmor")));
+    QVERIFY(writeFile(pathOf("usr/share/doc/velmor/copyright"), "Files: *\n"));
+    QCOMPARE(installedDocFolder(pathOf("usr/bin")), pathOf("usr/share/doc/velmor"));
+
+    const QString dataDir = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    const QString path = defaultConfigPath(pathOf("usr/bin"));
+    QCOMPARE(path, QDir(dataDir).filePath("TestConfig.cfg"));
+    QVERIFY(saveConfigFile(path, defaultModule()));
+    QVERIFY(QFile::remove(path));
+    // Not even a probe was made beside the binary.
+    QVERIFY(QDir(pathOf("usr/bin")).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
+}
+
+void ConfigFileTest::binFolderWithoutInstalledDocsKeepsProgramFolder()
+{
+    // A documentation folder without the package's copyright file is not an
+    // install: the program folder stays the default, as in the build tree.
+    QVERIFY(QDir().mkpath(pathOf("usr/bin")));
+    QVERIFY(QDir().mkpath(pathOf("usr/share/doc/velmor")));
+    QVERIFY(installedDocFolder(pathOf("usr/bin")).isEmpty());
+    QCOMPARE(defaultConfigPath(pathOf("usr/bin")), pathOf("usr/bin/TestConfig.cfg"));
+    QVERIFY(installedDocFolder(dir_->path()).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(ConfigFileTest)

@@ -17,6 +17,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QStringDecoder>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -103,6 +104,8 @@ private slots:
     void openManualFindsNoManualBesideTheTestProgram();
     void theManualLiesBesideTheProgramInBothLanguages_data() { addLanguageRows(); }
     void theManualLiesBesideTheProgramInBothLanguages();
+    void anInstalledProgramFindsTheManualInItsDocFolder_data() { addLanguageRows(); }
+    void anInstalledProgramFindsTheManualInItsDocFolder();
     void theManualIsSelfContainedUtf8_data() { addLanguageRows(); }
     void theManualIsSelfContainedUtf8();
     void theManualQuotesTheProgramsTexts_data() { addLanguageRows(); }
@@ -271,6 +274,33 @@ void AboutBoxTest::theManualLiesBesideTheProgramInBothLanguages()
         if (written.exists(picture))
             QVERIFY2(beside.exists(picture), qPrintable(beside.filePath(picture)));
     }
+}
+
+void AboutBoxTest::anInstalledProgramFindsTheManualInItsDocFolder()
+{
+    QFETCH(int, languageMode);
+    const Language language = languageOf(languageMode);
+    const QString page = QStringLiteral("velmor-%1.html").arg(suffixOf(language));
+    // An unpacked package: usr/bin and usr/share/doc/velmor, as installed.
+    QTemporaryDir root;
+    QVERIFY(root.isValid());
+    const QString bin = root.filePath(QStringLiteral("usr/bin"));
+    const QString doc = root.filePath(QStringLiteral("usr/share/doc/velmor"));
+    QVERIFY(QDir().mkpath(bin));
+    QVERIFY(QDir().mkpath(doc));
+    QFile copyright(doc + QStringLiteral("/copyright"));
+    QVERIFY(copyright.open(QIODevice::WriteOnly));
+    copyright.close();
+
+    // The pages were left out (a system that drops documentation): the path
+    // named is still the documentation folder's, never one beside the binary.
+    QCOMPARE(manualPath(language, bin), doc + QLatin1Char('/') + page);
+
+    QVERIFY(QFile::copy(QStringLiteral(VELMOR_MANUAL_SOURCE_DIR "/") + page, doc + QLatin1Char('/') + page));
+    const QString path = manualPath(language, bin);
+    QCOMPARE(path, doc + QLatin1Char('/') + page);
+    QVERIFY(QFileInfo(path).isFile());
+    QVERIFY(!QFileInfo::exists(bin + QStringLiteral("/manual")));
 }
 
 void AboutBoxTest::theManualIsSelfContainedUtf8()

@@ -1,0 +1,61 @@
+// velmor-cli report: the setup report of a configuration file's module, as
+// the window's File > Export report writes it for the current module.
+
+#include "commands.h"
+
+#include "command_steps.h"
+#include "config/config_file.h"
+#include "model/cli_texts.h"
+#include "model/report_texts.h"
+#include "report/report_file.h"
+#include "report/setup_report.h"
+#include "shown_text.h"
+
+#include <QDateTime>
+
+namespace velmor::cli {
+
+void declareReport(QCommandLineParser& parser, Language language)
+{
+    parser.addPositionalArgument(pick(cli_text::kFileValue, language), pick(cli_text::kReportFileArgument, language));
+    addOptions(parser, {Opt::Out}, language);
+}
+
+int runReport(Session& session, const QCommandLineParser& parser)
+{
+    const Language language = session.language();
+    if (parser.positionalArguments().size() != 1)
+        return usage(session, cli_text::kReportTakesOneFile);
+    if (!parser.isSet(optionName(Opt::Out)))
+        return usage(session, cli_text::kOutRequired);
+    const QString out = parser.value(optionName(Opt::Out));
+    const std::optional<ReportFormat> format = reportFormatFor(out);
+    if (!format) {
+        printError(pick(report_text::kNeedsSuffix, language).arg(shownText(out)));
+        return kExitUsage;
+    }
+    // Refused before the configuration file is read, as read --save does.
+    if (!isRegularFileOrAbsent(out)) {
+        printError(pick(report_text::kCannotWrite, language)
+                       .arg(shownText(out), pick(cli_text::kNotRegularFile, language).arg(shownText(out))));
+        return kExitFileFailed;
+    }
+    // Only a module's record makes a report worth keeping: an empty or
+    // foreign file would read as a module of zeros.
+    if (const int code = loadCheckedRecord(session, parser.positionalArguments().first(), false,
+                                           cli_text::kNotModuleRecordToReport))
+        return code;
+
+    SetupState& state = session.state();
+    const ReportSubject subject{session.portName(session.record().portNumber),
+                                state.channelMask.at(static_cast<size_t>(state.currentModule)),
+                                QDateTime::currentDateTime()};
+    const QString failure = writeReportFile(out, *format, setupReportHtml(session.record(), subject, language), language);
+    if (!failure.isEmpty()) {
+        printError(pick(report_text::kCannotWrite, language).arg(shownText(out), shownText(failure)));
+        return kExitFileFailed;
+    }
+    return kExitDone;
+}
+
+}  // namespace velmor::cli

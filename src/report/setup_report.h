@@ -1,0 +1,35 @@
+#pragma once
+
+#include "model/language.h"
+#include "model/module_table.h"
+
+#include <QDateTime>
+#include <QString>
+
+namespace velmor {
+
+// What the report says of a module besides its record: where it hangs and
+// which of its channels the automatic balance takes, as the window holds them.
+struct ReportSubject {
+    QString line;              // the port's name as the port list shows it
+    qint32 balanceMask = -1;   // bit n for channel n, as the channel grid's column 3 reads it
+    QDateTime madeAt;
+};
+
+// The setup report of one module as one self-contained HTML document (its
+// style sheet inline, nothing fetched): the module information with the
+// capability texts, the channel grid, the adjust grid and the coefficient grid
+// with exactly the cell texts the window shows, and the write frames
+// (command 18) that the window rebuilds from the record. The PDF is this very
+// text laid out by QTextDocument (report_pdf.h), so the two cannot differ.
+QString setupReportHtml(const ModuleRecord& record, const ReportSubject& subject, Language language);
+
+// The write frames of the report, in its order: the module information, then
+// the channel groups, then the adjust blocks of the module's channels.
+struct ReportFrame {
+    QString caption;
+    QByteArray frame;
+};
+QList<ReportFrame> reportFrames(const ModuleRecord& record, Language language);
+
+}  // namespace velmor

@@ -28,6 +28,9 @@ inline constexpr Text kPage{"第 %1 页，共 %2 页", "Page %1 of %2"};
 
 // File > Export report...
 inline constexpr Text kMnuFileExportReport{"导出报告...(&R)", "Export &Report..."};
+// The file types its dialog offers.
+inline constexpr Text kPdfFilter{"PDF 文件 (*.pdf)", "PDF files (*.pdf)"};
+inline constexpr Text kHtmlFilter{"HTML 文件 (*.html *.htm)", "HTML files (*.html *.htm)"};
 // "%1" is the file.
 inline constexpr Text kNeedsSuffix{"报告的文件名须以 .pdf 或 .html 结尾：%1",
                                    "The report's file name must end in .pdf or .html: %1"};

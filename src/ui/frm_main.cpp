@@ -299,7 +299,8 @@ void frmMain::MnuFile_SaveAs_Click()
 
 void frmMain::MnuFile_ExportReport_Click()
 {
-    const QString path = files_.saveFileName();
+    const QString path =
+        files_.reportFileName(pick(report_text::kPdfFilter, language_), pick(report_text::kHtmlFilter, language_));
     if (path.isEmpty())
         return;
     const std::optional<ReportFormat> format = reportFormatFor(path);

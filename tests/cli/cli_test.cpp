@@ -7,6 +7,7 @@
 #include "model/record_json.h"
 #include "sim/sim_values.h"
 #include "support/csv_reader.h"
+#include "support/report_reading.h"
 #include "support/sim_process.h"
 
 #include <QDateTime>
@@ -495,15 +496,6 @@ QString rowMarkup(const QStringList& cells, const char* cell)
     for (const QString& text : cells)
         row += QStringLiteral("<%1>%2</%1>").arg(QLatin1String(cell), text.toHtmlEscaped());
     return row + QStringLiteral("</tr>");
-}
-
-int pageObjectsIn(const QByteArray& pdf)
-{
-    static const QRegularExpression page(QStringLiteral("/Type\\s*/Page(?![A-Za-z])"));
-    int count = 0;
-    for (auto it = page.globalMatch(QString::fromLatin1(pdf)); it.hasNext(); it.next())
-        ++count;
-    return count;
 }
 
 }  // namespace

@@ -13,17 +13,16 @@
 #include "report/report_pdf.h"
 #include "report/setup_report.h"
 #include "sim/sim_values.h"
+#include "support/report_reading.h"
 
 #include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTextCursor>
 #include <QTextDocument>
-#include <QTextFrame>
-#include <QTextTable>
 
 using namespace velmor;
+using namespace velmor::testing;
 
 Q_DECLARE_METATYPE(velmor::Language)
 
@@ -38,7 +37,7 @@ constexpr int kTmC16D = 8;
 // Tables in report order.
 enum { kInfoTable, kChannelTable, kAdjustTable, kCoefTable, kFrameTable, kTableCount };
 
-using Table = QList<QStringList>;
+using Table = ReportTable;
 
 // A module as the simulator's factory leaves it: every value one its
 // capabilities offer, different from channel to channel.
@@ -47,37 +46,6 @@ ModuleRecord moduleOf(int modelCode) { return sim::simulatedModule(3, modelCode,
 ReportSubject subject(qint32 mask = 0x5a5a)
 {
     return {QStringLiteral("SIM7"), mask, QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26))};
-}
-
-QString cellText(const QTextTableCell& cell)
-{
-    QTextCursor cursor = cell.firstCursorPosition();
-    cursor.setPosition(cell.lastCursorPosition().position(), QTextCursor::KeepAnchor);
-    QString text = cursor.selectedText();
-    text.replace(QChar::LineSeparator, QLatin1Char('\n')).replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
-    return text;
-}
-
-// The tables of the HTML as QTextDocument lays them out for the PDF.
-QList<Table> tablesIn(const QString& html)
-{
-    QTextDocument document;
-    document.setHtml(html);
-    QList<Table> tables;
-    for (QTextFrame::iterator it = document.rootFrame()->begin(); !it.atEnd(); ++it) {
-        auto* table = qobject_cast<QTextTable*>(it.currentFrame());
-        if (!table)
-            continue;
-        Table rows;
-        for (int r = 0; r < table->rows(); ++r) {
-            QStringList row;
-            for (int c = 0; c < table->columns(); ++c)
-                row << cellText(table->cellAt(r, c));
-            rows << row;
-        }
-        tables << rows;
-    }
-    return tables;
 }
 
 Table gridTable(const GridCells& cells) { return Table{cells.headings} + cells.rows; }
@@ -91,16 +59,6 @@ QString frameLines(const QString& text)
         line = line.trimmed();
     lines.removeAll(QString());
     return lines.join(QLatin1Char('\n'));
-}
-
-// The page objects of a PDF: "/Type /Page", but not the tree's "/Type /Pages".
-int pageObjectsIn(const QByteArray& pdf)
-{
-    static const QRegularExpression page(QStringLiteral("/Type\\s*/Page(?![A-Za-z])"));
-    int count = 0;
-    for (auto it = page.globalMatch(QString::fromLatin1(pdf)); it.hasNext(); it.next())
-        ++count;
-    return count;
 }
 
 int groupsOf(const ModuleRecord& record) { return std::max(1, (record.channelCount + 3) / 4); }

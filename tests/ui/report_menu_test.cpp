@@ -7,19 +7,17 @@
 #include "model/messages.h"
 #include "model/report_texts.h"
 #include "sim/sim_values.h"
+#include "support/report_reading.h"
 #include "ui/cell_grid.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QTabBar>
 #include <QTest>
-#include <QTextCursor>
-#include <QTextDocument>
-#include <QTextFrame>
-#include <QTextTable>
 #include <QTimer>
 
 using namespace velmor;
@@ -30,37 +28,12 @@ namespace {
 constexpr int kTmC16 = 2;
 constexpr int kTmB8 = 3;
 
-using Table = QList<QStringList>;
+using Table = ReportTable;
 
 QByteArray fileBytes(const QString& path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-QList<Table> tablesIn(const QString& html)
-{
-    QTextDocument document;
-    document.setHtml(html);
-    QList<Table> tables;
-    for (QTextFrame::iterator it = document.rootFrame()->begin(); !it.atEnd(); ++it) {
-        auto* table = qobject_cast<QTextTable*>(it.currentFrame());
-        if (!table)
-            continue;
-        Table rows;
-        for (int r = 0; r < table->rows(); ++r) {
-            QStringList row;
-            for (int c = 0; c < table->columns(); ++c) {
-                const QTextTableCell cell = table->cellAt(r, c);
-                QTextCursor cursor = cell.firstCursorPosition();
-                cursor.setPosition(cell.lastCursorPosition().position(), QTextCursor::KeepAnchor);
-                row << cursor.selectedText();
-            }
-            rows << row;
-        }
-        tables << rows;
-    }
-    return tables;
 }
 
 // What a grid of the window shows: its headings, then its rows.
@@ -70,15 +43,6 @@ Table shownByGrid(frmMain& window, const char* name)
     if (!model)
         qFatal("%s has no cell model", name);
     return Table{model->cells().headings} + model->cells().rows;
-}
-
-int pageObjectsIn(const QByteArray& pdf)
-{
-    static const QRegularExpression page(QStringLiteral("/Type\\s*/Page(?![A-Za-z])"));
-    int count = 0;
-    for (auto it = page.globalMatch(QString::fromLatin1(pdf)); it.hasNext(); it.next())
-        ++count;
-    return count;
 }
 
 // The module opened from a file, as an operator brings a setup to the window.
@@ -114,6 +78,9 @@ private slots:
     void aNameWithoutPdfOrHtmlIsTold();
     void aFileThatCannotBeWrittenIsTold();
     void theEntryIsLockedWhileASearchRuns();
+    void theDialogOffersBothTypesInTheWindowsLanguage();
+    void theSystemDialogGivesTheChosenTypesSuffix_data();
+    void theSystemDialogGivesTheChosenTypesSuffix();
 };
 
 void ReportMenuTest::entryReadsInTheWindowsLanguage()
@@ -235,6 +202,55 @@ void ReportMenuTest::theEntryIsLockedWhileASearchRuns()
     QVERIFY(seenEnabled.size() > 2);
     QVERIFY(!seenEnabled.contains(true));
     QVERIFY(entry->isEnabled());
+}
+
+void ReportMenuTest::theDialogOffersBothTypesInTheWindowsLanguage()
+{
+    WindowRig chinese(kChinese);
+    exportReport(chinese, QStringLiteral("report.pdf"));
+    QCOMPARE(chinese.files.reportFilters, (QStringList{QStringLiteral("PDF 文件 (*.pdf)"),
+                                                       QStringLiteral("HTML 文件 (*.html *.htm)")}));
+    WindowRig english(kEnglish);
+    exportReport(english, QStringLiteral("report.pdf"));
+    QCOMPARE(english.files.reportFilters,
+             (QStringList{QStringLiteral("PDF files (*.pdf)"), QStringLiteral("HTML files (*.html *.htm)")}));
+}
+
+void ReportMenuTest::theSystemDialogGivesTheChosenTypesSuffix_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<bool>("html");
+    QTest::addColumn<QString>("chosen");
+    QTest::newRow("PDF, no suffix") << "report" << false << "report.pdf";
+    QTest::newRow("HTML, no suffix") << "report" << true << "report.html";
+    QTest::newRow("PDF type, .htm typed") << "report.htm" << false << "report.htm";
+}
+
+void ReportMenuTest::theSystemDialogGivesTheChosenTypesSuffix()
+{
+    QFETCH(QString, typed);
+    QFETCH(bool, html);
+    QFETCH(QString, chosen);
+    QTemporaryDir folder;
+    QWidget owner;
+    SystemFileChooser files(&owner);
+    bool answered = false;
+    // The operator picks the type from the list, types the name and presses Enter.
+    QTimer::singleShot(0, [&] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        dialog->setDirectory(folder.path());
+        if (html)
+            QTest::keyClick(dialog->findChild<QComboBox*>(QStringLiteral("fileTypeCombo")), Qt::Key_Down);
+        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        QTest::keyClicks(name, typed);
+        QTest::keyClick(name, Qt::Key_Return);
+        answered = true;
+    });
+    const QString path = files.reportFileName(QStringLiteral("PDF files (*.pdf)"), QStringLiteral("HTML files (*.html *.htm)"));
+    QVERIFY(answered);
+    QCOMPARE(path, QDir(folder.path()).filePath(chosen));
 }
 
 QTEST_MAIN(ReportMenuTest)

@@ -49,8 +49,16 @@ inline void chooseModule(frmMain& window, const SimLine& line, int address)
 struct ScriptedFiles : FileChooser {
     QString openFileName() override { return openAnswer; }
     QString saveFileName() override { return saveAnswer; }
+    // The report's dialog answers as the save dialog does, and keeps the
+    // types it was offered.
+    QString reportFileName(const QString& pdfFilter, const QString& htmlFilter) override
+    {
+        reportFilters = {pdfFilter, htmlFilter};
+        return saveAnswer;
+    }
     QString openAnswer;
     QString saveAnswer;
+    QStringList reportFilters;
 };
 
 // The main window shown and started, its message boxes recorded, its file

@@ -4,6 +4,8 @@
 // offscreen and keeps running, and nothing is written beside the binaries.
 // Its control fields and its file list are checked too.
 
+#include "model/window_texts.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
@@ -69,6 +71,8 @@ private slots:
     void commandLineProgramsPrintTheirUsage();
     void windowStartsOffscreenFromTheUnpackedPackage_data();
     void windowStartsOffscreenFromTheUnpackedPackage();
+    void windowShowsItsCaptionsInTheLocalesLanguage_data();
+    void windowShowsItsCaptionsInTheLocalesLanguage();
 
 private:
     QString bin(const QString& name) const { return root_.filePath(QStringLiteral("usr/bin/") + name); }
@@ -289,6 +293,43 @@ void PackageDebTest::windowStartsOffscreenFromTheUnpackedPackage()
     // The user's data folder is where it went instead: the program made it
     // for its default configuration file at start.
     QVERIFY(QFileInfo(home_.filePath(QStringLiteral("data/velmor"))).isDir());
+}
+
+void PackageDebTest::windowShowsItsCaptionsInTheLocalesLanguage_data()
+{
+    QTest::addColumn<QString>("lang");
+    QTest::addColumn<int>("language");
+    QTest::newRow("English") << "en_US.UTF-8" << int(velmor::Language::English);
+    QTest::newRow("Chinese") << "zh_CN.UTF-8" << int(velmor::Language::Chinese);
+}
+
+void PackageDebTest::windowShowsItsCaptionsInTheLocalesLanguage()
+{
+    // The packaged window with a probe plugin loaded into it (caption_probe.cpp),
+    // which writes the captions it finds once the window is shown and ends it.
+    QFETCH(QString, lang);
+    QFETCH(int, language);
+    const QString captionsFile = home_.filePath(QStringLiteral("captions.txt"));
+    QFile::remove(captionsFile);
+    QProcessEnvironment environment = cleanUserEnvironment(lang);
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(VELMOR_PROBE_PLUGIN_PATH));
+    environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("caption_probe"));
+    environment.insert(QStringLiteral("VELMOR_CAPTION_PROBE_OUT"), captionsFile);
+    const Run window = run(bin(QStringLiteral("velmor")), {}, 30000, environment);
+    QVERIFY2(window.finished && window.exitCode == 0, qPrintable(describe(window)));
+    QFile file(captionsFile);
+    QVERIFY2(file.open(QIODevice::ReadOnly), "the probe found no window shown");
+    const QStringList captions = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    const auto shown = velmor::Language(language);
+    using namespace velmor::win;
+    for (const velmor::Text& text : {kWindowTitle, kMnuFile, kMnuOperate, kMnuHelp, kSearchButton, kFrameTabs[0],
+                                     kFrameTabs[1], kFrameTabs[2], kFrame6})
+        QVERIFY2(captions.contains(velmor::pick(text, shown)), qPrintable(velmor::pick(text, shown)));
+    // And none of the other language's where the two differ.
+    const auto other = shown == velmor::Language::Chinese ? velmor::Language::English : velmor::Language::Chinese;
+    for (const velmor::Text& text : {kMnuFile, kSearchButton, kFrameTabs[0], kFrame6})
+        QVERIFY2(!captions.contains(velmor::pick(text, other)), qPrintable(velmor::pick(text, other)));
 }
 
 // A user of their own: home, settings, data and runtime folders in a temporary

@@ -5,6 +5,7 @@
 #include "model/record_json.h"
 #include "port_argument.h"
 #include "protocol/frame_text.h"
+#include "protocol/replies.h"
 #include "record_text.h"
 #include "shown_text.h"
 
@@ -17,11 +18,15 @@
 namespace velmor::cli {
 namespace {
 
-void trace(const char* direction, const QByteArray& frame)
+// --trace: a request as sent ("> "), a reply as checked ("< ", the frame
+// without the noise ahead of it); a wait that ran out shows nothing.
+void trace(const FrameRow& row)
 {
-    QString line = QString::fromLatin1(direction) + frameToText(frame);
-    line.remove(QStringLiteral("\r\n"));
-    printError(line);
+    const bool reply = row.outcome == FrameOutcome::Accepted || row.outcome == FrameOutcome::Refused;
+    if (row.direction == FrameDirection::Out)
+        printError(QStringLiteral("> ") + frameToText(row.frame).remove(QStringLiteral("\r\n")));
+    else if (reply)
+        printError(QStringLiteral("< ") + frameToText(frameWithin(row.frame).toByteArray()).remove(QStringLiteral("\r\n")));
 }
 
 }  // namespace
@@ -33,10 +38,9 @@ Session::Session(const GlobalOptions& options)
     state_.languageMode = options.languageMode;
     ports_ = listPorts();
     port_.setPorts(ports_);
-    if (options.trace) {
-        QObject::connect(&operations_.exchange(), &Exchange::frameSent, [](const QByteArray& f) { trace("> ", f); });
-        QObject::connect(&operations_.exchange(), &Exchange::frameReceived, [](const QByteArray& f) { trace("< ", f); });
-    }
+    frameLog_.follow(operations_.exchange());
+    if (options.trace)
+        QObject::connect(&frameLog_, &FrameLog::appended, &trace);
 }
 
 bool Session::logFramesTo(const QString& path)
@@ -46,7 +50,6 @@ bool Session::logFramesTo(const QString& path)
         printError(pick(log_text::kCannotWrite, language()).arg(shownText(path), shownText(reason)));
         return false;
     }
-    frameLog_.follow(operations_.exchange());
     QObject::connect(&frameLog_, &FrameLog::appended, [this](const FrameRow& row) { logFile_.append(row); });
     return true;
 }

@@ -33,9 +33,11 @@ public:
     Language language() const { return languageOf(state_.languageMode); }
     bool json() const { return options_.json; }
 
+    // The frame log follows the session's exchange; --trace prints its rows.
+    // A search of all lines at once, whose lines have exchanges of their own,
+    // logs while frameLog() follows it.
     // --log: every row of the frame log appended to `path` as it comes; false,
-    // having said why, when the file cannot be opened for appending. Exchanges
-    // in other threads log by following frameLog().
+    // having said why, when the file cannot be opened for appending.
     bool logFramesTo(const QString& path);
     FrameLog& frameLog() { return frameLog_; }
 

@@ -104,6 +104,8 @@ void ConcurrentSearch::runLines(QList<Line>& lines)
             ModuleSearch search(operations, line.said);
             connect(&search, &ModuleSearch::portNotOpened, [&line, &port] { line.said.portNotOpened(port); });
             connect(&search, &ModuleSearch::modulesFound, [&line] { line.said.readsBegin(); });
+            // Queued to this object's thread, like the counts below.
+            connect(&operations.exchange(), &Exchange::frameLogged, this, &ConcurrentSearch::frameLogged);
             // Queued to this object's thread, where the lines' counts are added up.
             connect(&search, &ModuleSearch::progress, this, [this, &lines, i](int value) {
                 lines[i].asked = std::max(lines[i].asked, value);
@@ -134,7 +136,7 @@ void ConcurrentSearch::runLines(QList<Line>& lines)
     loop.exec();
     for (auto& thread : threads)
         thread->wait();
-    // The last counts, while the lines still exist.
+    // The last counts and rows, while the lines still exist.
     QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
 }
 

@@ -1,5 +1,6 @@
 #include "frame_log.h"
 
+#include "concurrent_search.h"
 #include "exchange.h"
 
 namespace velmor {
@@ -9,6 +10,11 @@ FrameLog::FrameLog(QObject* parent) : QObject(parent) {}
 void FrameLog::follow(const Exchange& exchange)
 {
     connect(&exchange, &Exchange::frameLogged, this, &FrameLog::append);
+}
+
+void FrameLog::follow(const ConcurrentSearch& search)
+{
+    connect(&search, &ConcurrentSearch::frameLogged, this, &FrameLog::append);
 }
 
 void FrameLog::append(const FrameRow& row)

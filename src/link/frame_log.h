@@ -7,6 +7,7 @@
 
 namespace velmor {
 
+class ConcurrentSearch;
 class Exchange;
 
 // Every frame that the followed exchanges sent and received, one row each,
@@ -33,6 +34,8 @@ public:
     // The exchange's rows are appended from now on, queued when it lives in
     // another thread.
     void follow(const Exchange& exchange);
+    // Every line's rows while the search runs, in the order they arrive.
+    void follow(const ConcurrentSearch& search);
 
     const QList<FrameRow>& rows() const { return rows_; }
     void append(const FrameRow& row);

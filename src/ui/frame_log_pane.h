@@ -25,8 +25,8 @@ public:
     FrameLogPane(const Exchange& exchange, FileChooser& files, OperatorDialogs& dialogs, Language language,
                  QMainWindow* window);
 
-    // The log the pane shows. An exchange in another thread (one line of a
-    // search of all lines at once) logs here by following it.
+    // The log the pane shows. A search of all lines at once, whose lines have
+    // exchanges of their own, logs here while the log follows it.
     FrameLog& log() { return log_; }
 
 protected:

@@ -3,6 +3,7 @@
 
 #include "frm_main.h"
 
+#include "frame_log_pane.h"
 #include "link/concurrent_search.h"
 #include "model/messages.h"
 #include "model/network_port_texts.h"
@@ -14,6 +15,7 @@
 #include <QTabBar>
 
 #include <algorithm>
+#include <type_traits>
 
 namespace velmor {
 
@@ -37,6 +39,10 @@ void frmMain::runSearch(int (Search::*body)(const QList<PortEntry>&, int))
         connect(&search, &Search::progress, progress, &QProgressBar::setValue);
         connect(&search, &Search::modulesFound, this, &frmMain::showModuleTabs);
         connect(&search, &Search::operationsEnabled, this, &frmMain::operationsEnabled);
+        // The one-by-one search talks over the window's own exchange, which
+        // the pane follows already; a search of all lines at once over its own.
+        if constexpr (std::is_same_v<Search, ConcurrentSearch>)
+            frameLog_->log().follow(search);
         const int found = (search.*body)(ports_, bar_->selectedPortNumber());
         // As if the operator had clicked the first module's tab.
         if (found > 0)

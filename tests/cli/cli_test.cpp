@@ -62,6 +62,7 @@ private slots:
     void traceShowsEveryFrame();
     void logAppendsEveryFrameOfEachRunUnderOneHeader();
     void logThatCannotBeOpenedExitsFourBeforeAnyExchange();
+    void logAndTraceOfASearchHoldTheFramesOfEveryLine();
     void languageFollowsTheSystemLocaleUnlessChosen();
     void textOutputShowsTheGridTexts();
     void reportOfAFileShowsTheGridTexts();
@@ -423,6 +424,56 @@ void CliTest::logAppendsEveryFrameOfEachRunUnderOneHeader()
     QCOMPARE(records[2][5].count(QStringLiteral("\r\n")), 3);
     QCOMPARE(records.last()[3], QStringLiteral("refused"));
     QCOMPARE(records.last()[4], QStringLiteral("3"));
+}
+
+void CliTest::logAndTraceOfASearchHoldTheFramesOfEveryLine()
+{
+    QTemporaryDir dir;
+    const QString log = dir.filePath(QStringLiteral("search.csv"));
+    SimProcess first;
+    SimProcess second;
+    first.usePortsDir(dir.path());
+    second.usePortsDir(dir.path());
+    QVERIFY(first.start(simArguments({QStringLiteral("3:TM-A4")}, {QStringLiteral("--name"), QStringLiteral("SIMA")})));
+    QVERIFY(second.start(simArguments({QStringLiteral("7:TM-A4")}, {QStringLiteral("--name"), QStringLiteral("SIMB")})));
+    const CliResult result = runCli({QStringLiteral("--log"), log, QStringLiteral("--trace"), QStringLiteral("search"), QStringLiteral("--port"), QStringLiteral("SIMA"), QStringLiteral("--port"), QStringLiteral("SIMB")}, dir.path());
+    QCOMPARE(result.exitCode, 0);
+    // The trace shows every request and every reply that came, of both lines.
+    const QList<QByteArray> traced = result.err.trimmed().split('\n');
+    QCOMPARE(std::count_if(traced.begin(), traced.end(), [](const QByteArray& l) { return l.startsWith("> AA  AA  "); }), 2 * (17 + 5));
+    QCOMPARE(std::count_if(traced.begin(), traced.end(), [](const QByteArray& l) { return l.startsWith("< AA  AA  "); }), 2 * (1 + 5));
+    QCOMPARE(traced.size(), 2 * (17 + 5) + 2 * (1 + 5));
+
+    const QList<QStringList> records = readCsv(QString::fromUtf8(fileBytes(log)));
+    QVERIFY(records.size() > 1);
+    QCOMPARE(records[0].join(QLatin1Char(',')), QStringLiteral("time,line,direction,outcome,status,frame"));
+    // Each line: the 17 addresses asked, one answered, then that module's
+    // whole read (information, one group, one adjust block, two pairs), each
+    // request followed by what came back for it, in time order.
+    for (const QString& line : {QStringLiteral("SIMA"), QStringLiteral("SIMB")}) {
+        QList<QStringList> rows;
+        for (const QStringList& record : records)
+            if (record.value(1) == line)
+                rows << record;
+        QCOMPARE(rows.size(), 2 * (17 + 5));
+        QDateTime previous;
+        int accepted = 0;
+        for (qsizetype i = 0; i < rows.size(); ++i) {
+            const QDateTime time = QDateTime::fromString(rows[i][0], Qt::ISODateWithMs);
+            QVERIFY2(time.isValid() && time >= previous, qPrintable(rows[i][0]));
+            previous = time;
+            const QString& outcome = rows[i][3];
+            if (i % 2 == 0) {
+                QCOMPARE(rows[i][2], QStringLiteral("out"));
+                QCOMPARE(outcome, QStringLiteral("sent"));
+                continue;
+            }
+            QCOMPARE(rows[i][2], QStringLiteral("in"));
+            QVERIFY2(outcome == QLatin1String("accepted") || outcome == QLatin1String("timed out"), qPrintable(outcome));
+            accepted += outcome == QLatin1String("accepted") ? 1 : 0;
+        }
+        QCOMPARE(accepted, 1 + 5);
+    }
 }
 
 void CliTest::logThatCannotBeOpenedExitsFourBeforeAnyExchange()

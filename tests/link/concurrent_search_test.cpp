@@ -1,6 +1,7 @@
 // "Search all lines at once" against simulated lines: the same modules, the
 // same records, the same messages in the same order as the one-by-one search.
 #include "link/concurrent_search.h"
+#include "link/frame_log.h"
 #include "link_rig.h"
 #include "model/messages.h"
 
@@ -101,6 +102,7 @@ private slots:
     void portThatWillNotOpenIsSaidWhereTheOneByOneSearchSaysIt();
     void fullTableHoldsTheModulesTheOneByOneSearchKeeps();
     void progressCountsTheAddressesOfEveryLine();
+    void everyLinesFramesReachTheLogInTheirOrder();
     void noPortAtAllSaysSo();
     void abandoningEndsEveryLineWithoutAReport();
 };
@@ -216,6 +218,54 @@ void ConcurrentSearchTest::progressCountsTheAddressesOfEveryLine()
     QVERIFY(std::is_sorted(values.begin(), values.end()));
     QCOMPARE(values.last(), 3 * 17);
     QCOMPARE(values.first(), 1);
+}
+
+void ConcurrentSearchTest::everyLinesFramesReachTheLogInTheirOrder()
+{
+    SimLine a({sim::ModuleAt{2, 2}}, Pacing::Fast, QStringLiteral("SIM1"));
+    SimLine b({sim::ModuleAt{16, 0}}, Pacing::Fast, QStringLiteral("SIM2"));
+    QVERIFY(a.isReady() && b.isReady());
+    LinkRig rig;
+    const QList<PortEntry> ports = listed();
+    rig.port.setPorts(ports);
+    ConcurrentSearch search(rig.operations, rig.dialogs);
+    FrameLog log;
+    log.follow(search);
+    QCOMPARE(search.searchAllAtOnce(ports, ports.first().number), 2);
+
+    QList<int> firstAndLast;
+    for (const SimLine* line : {&a, &b}) {
+        QList<QByteArray> sent;
+        QList<QByteArray> answered;
+        int in = 0;
+        qint64 previous = 0;
+        QList<int> at;
+        for (qsizetype i = 0; i < log.rows().size(); ++i) {
+            const FrameRow& row = log.rows()[i];
+            if (row.line != line->portName())
+                continue;
+            at << static_cast<int>(i);
+            QVERIFY2(row.msecsSinceEpoch >= previous, "a line's times never go back");
+            previous = row.msecsSinceEpoch;
+            if (row.direction == FrameDirection::Out) {
+                sent << row.frame;
+                continue;
+            }
+            ++in;
+            if (row.outcome != FrameOutcome::TimedOut)
+                answered << row.frame;
+        }
+        // Every address asked, then the module's whole read.
+        QCOMPARE(sent, line->requests());
+        QCOMPARE(answered, line->replies());
+        QCOMPARE(in, sent.size());
+        QVERIFY(sent.size() > 17);
+        firstAndLast << at.first() << at.last();
+    }
+    QCOMPARE(log.rows().size(), 2 * (a.requests().size() + b.requests().size()));
+    // Both lines were asked at the same time: the second line's first row
+    // comes before the first line's last.
+    QVERIFY(firstAndLast[2] < firstAndLast[1]);
 }
 
 void ConcurrentSearchTest::noPortAtAllSaysSo()

@@ -76,6 +76,7 @@ private slots:
     void viewMenuEntryShowsAndHidesThePane_data();
     void viewMenuEntryShowsAndHidesThePane();
     void aReadFillsThePaneWhileItRuns();
+    void aSearchOfAllLinesAtOnceFillsThePaneWhileItRuns();
     void aPaneScrolledUpStaysWhereTheOperatorLeftIt();
     void exportWritesWhatThePaneShows();
     void clearEmptiesThePane();
@@ -151,6 +152,41 @@ void FrameLogPaneTest::aReadFillsThePaneWhileItRuns()
     QCOMPARE(view->verticalScrollBar()->value(), view->verticalScrollBar()->maximum());
     const QRect newest = view->visualRect(model->index(33, FrameLogModel::Time));
     QVERIFY(view->viewport()->rect().contains(newest.topLeft()) && view->viewport()->rect().contains(newest.bottomLeft()));
+}
+
+void FrameLogPaneTest::aSearchOfAllLinesAtOnceFillsThePaneWhileItRuns()
+{
+    SimLine first({sim::ModuleAt{2, kTmC16}}, Pacing::Fast, QStringLiteral("SIM1"));
+    SimLine second({sim::ModuleAt{9, 0}}, Pacing::Fast, QStringLiteral("SIM2"));
+    QVERIFY(first.isReady() && second.isReady());
+    WindowRig rig;
+    child<QAction>(rig.window, "MnuView_FrameLog")->trigger();
+    QAbstractItemModel* model = table(rig.window)->model();
+    auto* search = child<QPushButton>(rig.window, "cmdSearch");
+    int shownDuringTheSearch = 0;
+    connect(model, &QAbstractItemModel::rowsInserted, this, [&](const QModelIndex&, int, int last) {
+        if (!search->isEnabled())
+            shownDuringTheSearch = last + 1;
+    });
+    child<QAction>(rig.window, "MnuOperate_SearchAll")->trigger();
+    QCOMPARE(rig.dialogs.texts().last(), QStringLiteral("Found 2 modules."));
+
+    // Each line's requests and what came back for them, in its own order;
+    // the two lines' rows interleaved as they were asked at the same time.
+    const int expected = 2 * static_cast<int>(first.requests().size() + second.requests().size());
+    QTRY_VERIFY(model->rowCount() >= expected);
+    QVERIFY2(shownDuringTheSearch > 0, "rows appear while the search runs");
+    for (SimLine* line : {&first, &second}) {
+        QStringList frames;
+        for (int row = 0; row < model->rowCount(); ++row)
+            if (cell(rig.window, row, FrameLogModel::Line) == line->portName()
+                && cell(rig.window, row, FrameLogModel::Direction) == QLatin1String("Out"))
+                frames << cell(rig.window, row, FrameLogModel::Frame);
+        QStringList requests;
+        for (const QByteArray& request : line->requests())
+            requests << frameToText(request);
+        QCOMPARE(frames, requests);
+    }
 }
 
 void FrameLogPaneTest::aPaneScrolledUpStaysWhereTheOperatorLeftIt()

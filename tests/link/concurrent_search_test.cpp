@@ -92,6 +92,16 @@ Outcome compareSearches(const std::function<Lines()>& make, const std::function<
     return actual;
 }
 
+// A search of all lines at once over every listed line, on a rig of its own.
+struct ListedSearch {
+    ListedSearch() { rig.port.setPorts(ports); }
+    int run() { return search.searchAllAtOnce(ports, ports.first().number); }
+
+    LinkRig rig;
+    const QList<PortEntry> ports = listed();
+    ConcurrentSearch search{rig.operations, rig.dialogs};
+};
+
 }  // namespace
 
 class ConcurrentSearchTest : public QObject {
@@ -201,13 +211,10 @@ void ConcurrentSearchTest::progressCountsTheAddressesOfEveryLine()
     SimLine b({}, Pacing::Fast, QStringLiteral("SIM2"));
     SimLine c({sim::ModuleAt{16, 0}}, Pacing::Fast, QStringLiteral("SIM3"));
     QVERIFY(a.isReady() && b.isReady() && c.isReady());
-    LinkRig rig;
-    const QList<PortEntry> ports = listed();
-    rig.port.setPorts(ports);
-    ConcurrentSearch search(rig.operations, rig.dialogs);
-    QSignalSpy maximum(&search, &ConcurrentSearch::progressMaximum);
-    QSignalSpy progress(&search, &ConcurrentSearch::progress);
-    QCOMPARE(search.searchAllAtOnce(ports, ports.first().number), 2);
+    ListedSearch all;
+    QSignalSpy maximum(&all.search, &ConcurrentSearch::progressMaximum);
+    QSignalSpy progress(&all.search, &ConcurrentSearch::progress);
+    QCOMPARE(all.run(), 2);
     QCOMPARE(maximum.size(), 1);
     QCOMPARE(maximum.first().first().toInt(), 3 * 17);
     QList<int> values;
@@ -225,13 +232,10 @@ void ConcurrentSearchTest::everyLinesFramesReachTheLogInTheirOrder()
     SimLine a({sim::ModuleAt{2, 2}}, Pacing::Fast, QStringLiteral("SIM1"));
     SimLine b({sim::ModuleAt{16, 0}}, Pacing::Fast, QStringLiteral("SIM2"));
     QVERIFY(a.isReady() && b.isReady());
-    LinkRig rig;
-    const QList<PortEntry> ports = listed();
-    rig.port.setPorts(ports);
-    ConcurrentSearch search(rig.operations, rig.dialogs);
+    ListedSearch all;
     FrameLog log;
-    log.follow(search);
-    QCOMPARE(search.searchAllAtOnce(ports, ports.first().number), 2);
+    log.follow(all.search);
+    QCOMPARE(all.run(), 2);
 
     QList<int> firstAndLast;
     for (const SimLine* line : {&a, &b}) {
@@ -282,20 +286,17 @@ void ConcurrentSearchTest::abandoningEndsEveryLineWithoutAReport()
     SimLine a({sim::ModuleAt{2, 2}}, Pacing::Paced, QStringLiteral("SIM1"));
     SimLine b({sim::ModuleAt{3, 0}}, Pacing::Paced, QStringLiteral("SIM2"));
     QVERIFY(a.isReady() && b.isReady());
-    LinkRig rig;
-    const QList<PortEntry> ports = listed();
-    rig.port.setPorts(ports);
-    ConcurrentSearch search(rig.operations, rig.dialogs);
+    ListedSearch all;
     // The front end goes away while every line is still asking.
-    QTimer::singleShot(300, &rig.operations, [&] { rig.operations.abandonAfterExchange(); });
-    QSignalSpy progress(&search, &ConcurrentSearch::progress);
-    search.searchAllAtOnce(ports, ports.first().number);
+    QTimer::singleShot(300, &all.rig.operations, [&] { all.rig.operations.abandonAfterExchange(); });
+    QSignalSpy progress(&all.search, &ConcurrentSearch::progress);
+    all.run();
     QVERIFY(!progress.isEmpty());
     int asked = 0;
     for (const QList<QVariant>& v : progress)
         asked = std::max(asked, v.first().toInt());
     QVERIFY2(asked < 2 * 17, qPrintable(QString::number(asked)));
-    QVERIFY(rig.dialogs.texts().filter(QStringLiteral("Found")).isEmpty());
+    QVERIFY(all.rig.dialogs.texts().filter(QStringLiteral("Found")).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(ConcurrentSearchTest)

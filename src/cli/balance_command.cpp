@@ -1,5 +1,5 @@
 // balance: the bridge balance of chosen channels, refused for channels the
-// module does not have and for address 255 without confirmation.
+// module does not have.
 
 #include "command_steps.h"
 #include "commands.h"
@@ -56,8 +56,6 @@ int refuseMissingChannels(Session& session, const QCommandLineParser& parser, qi
 int runBalance(Session& session, const QCommandLineParser& parser)
 {
     if (const int code = takeAddress(session, parser))
-        return code;
-    if (const int code = refuseBroadcast(session, parser))
         return code;
     qint32 mask = -1;
     if (parser.isSet(optionName(Opt::Channels)) && !channelMask(parser.value(optionName(Opt::Channels)), mask))

@@ -37,18 +37,12 @@ int takeAddress(Session& session, const QCommandLineParser& parser)
 {
     bool ok = false;
     const int address = parser.value(optionName(Opt::Address)).toInt(&ok);
-    if (!parser.isSet(optionName(Opt::Address)) || !ok || address < 0 || address > 255)
+    if (ok && address == kBroadcastAddress)
+        return usage(session, cli_text::kAddress255);
+    if (!parser.isSet(optionName(Opt::Address)) || !ok || address < 0 || address > kBroadcastAddress)
         return usage(session, cli_text::kAddressRange);
     session.record().busAddress = static_cast<qint16>(address);
     return kExitDone;
-}
-
-int refuseBroadcast(Session& session, const QCommandLineParser& parser)
-{
-    if (session.record().busAddress != kBroadcastAddress || parser.isSet(optionName(Opt::OnlyOneModule)))
-        return kExitDone;
-    printError(pick(cli_text::kBroadcastNeedsOnlyOne, session.language()));
-    return kExitUsage;
 }
 
 int refuseIrregularFile(Session& session, const QString& path)

@@ -18,10 +18,9 @@ int usage(const Session& session, const Text& text);
 int takePort(Session& session, const QCommandLineParser& parser, PortEntry& port);
 // A --port argument that names no port: said as a port that will not open.
 int unknownPort(const Session& session, const QString& argument);
-// --address 0..255 as the current module's address.
+// --address 0..254 as the current module's address. A module takes nothing
+// but the beckon and the information write at 255, so 255 is refused.
 int takeAddress(Session& session, const QCommandLineParser& parser);
-// Address 255 reaches every module: it needs --only-one-module.
-int refuseBroadcast(Session& session, const QCommandLineParser& parser);
 // A file to be read or written must be a regular file (or not there yet).
 int refuseIrregularFile(Session& session, const QString& path);
 // Replaces the current module's record from a configuration file.

@@ -21,7 +21,7 @@ void declareRead(QCommandLineParser& parser, Language language)
 
 void declareWrite(QCommandLineParser& parser, Language language)
 {
-    addOptions(parser, {Opt::Port, Opt::Address, Opt::Config, Opt::OnlyOneModule, Opt::ForceWrite}, language);
+    addOptions(parser, {Opt::Port, Opt::Address, Opt::Config, Opt::ForceWrite}, language);
 }
 
 void declareWriteInfo(QCommandLineParser& parser, Language language)
@@ -31,7 +31,7 @@ void declareWriteInfo(QCommandLineParser& parser, Language language)
 
 void declareBalance(QCommandLineParser& parser, Language language)
 {
-    addOptions(parser, {Opt::Port, Opt::Address, Opt::Channels, Opt::OnlyOneModule, Opt::ForceBalance}, language);
+    addOptions(parser, {Opt::Port, Opt::Address, Opt::Channels, Opt::ForceBalance}, language);
 }
 
 void declareShow(QCommandLineParser& parser, Language language)

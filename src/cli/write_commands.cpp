@@ -62,12 +62,13 @@ int loadModuleFile(Session& session, const QCommandLineParser& parser)
     return loadCheckedRecord(session, parser.value(optionName(Opt::Config)), forced(parser), cli_text::kNotModuleRecord);
 }
 
-// Reads the module's information into the current record (the module is
-// then named by what it says of itself) and, unless forced, refuses a module
-// of another model than the file's.
-int checkModuleModel(Session& session, const QCommandLineParser& parser, const ModuleRecord& fromFile)
+// Learns the module's information into the current record by `ask` (the
+// module is then named by what it says of itself) and, unless forced,
+// refuses a module of another model than the file's.
+int checkModuleModel(Session& session, const QCommandLineParser& parser, const ModuleRecord& fromFile,
+                     bool (Operations::*ask)())
 {
-    if (!session.operations().readModuleInfo())
+    if (!(session.operations().*ask)())
         return session.outcome(false);
     const ModuleRecord& module = session.record();
     if (module.modelCode == fromFile.modelCode || forced(parser))
@@ -86,13 +87,11 @@ int runWrite(Session& session, const QCommandLineParser& parser)
         return code;
     if (const int code = takeAddress(session, parser))
         return code;
-    if (const int code = refuseBroadcast(session, parser))
-        return code;
     PortEntry port;
     if (const int code = takePort(session, parser, port))
         return code;
     const ModuleRecord fromFile = session.record();
-    if (const int code = checkModuleModel(session, parser, fromFile))
+    if (const int code = checkModuleModel(session, parser, fromFile, &Operations::readModuleInfo))
         return code;
     return finish(session, session.operations().cmdFrame1Send(), port);
 }
@@ -111,9 +110,12 @@ int runWriteInfo(Session& session, const QCommandLineParser& parser)
     if (const int code = takePort(session, parser, port))
         return code;
     ModuleRecord fromFile = session.record();
-    session.record().busAddress = kBroadcastAddress;
-    if (const int code = checkModuleModel(session, parser, fromFile))
-        return code;
+    // A module answers only the beckon at 255 (with its information): that is
+    // how the model is learnt. Forced, nothing goes out before the write.
+    if (!forced(parser)) {
+        if (const int code = checkModuleModel(session, parser, fromFile, &Operations::beckon))
+            return code;
+    }
     // What goes out is the file's information, not what the module just said.
     fromFile.portNumber = session.record().portNumber;
     session.record() = fromFile;

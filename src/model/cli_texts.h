@@ -68,13 +68,13 @@ inline constexpr Text kHelpOption{"显示本帮助。", "Show this help."};
 inline constexpr Text kPortOption{"串口：设备路径、tcp://主机:端口、rfc2217://主机:端口，或 ports 列出的名称或编号。",
                                   "Port: a device path, tcp://HOST:PORT, rfc2217://HOST:PORT, or a name or a number "
                                   "as 'ports' lists it."};
-inline constexpr Text kAddressOption{"模块的总线地址，0 到 255。", "Bus address of the module, 0 to 255."};
+inline constexpr Text kAddressOption{"模块的总线地址，0 到 254。", "Bus address of the module, 0 to 254."};
 inline constexpr Text kSaveOption{"同时写入模块的配置文件（8679 字节）。", "Also write the module's configuration file (8679 bytes)."};
 inline constexpr Text kConfigOption{"要载入的配置文件。", "Configuration file to load."};
 inline constexpr Text kOnlyOneOption{
-    "确认线路上只有一个模块：发往地址 255 的请求会到达每个模块，必须给出此项。",
-    "Confirm that only one module is on the line; needed wherever a request goes to address 255, "
-    "which reaches every module."};
+    "确认线路上只有一个模块：模块信息写入发往地址 255，线路上的每个模块都会接受。",
+    "Confirm that only one module is on the line: the information write goes to address 255, "
+    "which every module on the line takes."};
 inline constexpr Text kChannelsOption{"要平衡的通道，从 1 起，例如 1,2,5-8（默认全部）；不能超过模块的通道数。",
                                       "Channels to balance, 1-based, e.g. 1,2,5-8 (default: all); at most the module's channel count."};
 inline constexpr Text kForceWriteOption{
@@ -113,7 +113,11 @@ inline constexpr Text kUnknownOption{"未知选项 %1。", "Unknown option %1."}
 inline constexpr Text kUnknownCommand{"未知命令 %1。", "Unknown command %1."};
 inline constexpr Text kPortRequired{"需要 --port。", "--port is required."};
 inline constexpr Text kConfigRequired{"需要 --config。", "--config is required."};
-inline constexpr Text kAddressRange{"--address 取 0 到 255 的数。", "--address takes a number from 0 to 255."};
+inline constexpr Text kAddressRange{"--address 取 0 到 254 的数。", "--address takes a number from 0 to 254."};
+inline constexpr Text kAddress255{
+    "在地址 255 上模块只应答召唤、只接受模块信息写入；请给出模块自己的地址（velmor-cli beckon 会告诉它）。",
+    "At address 255 a module answers only the beckon and takes only the information write; give the module's "
+    "own address (velmor-cli beckon tells it)."};
 inline constexpr Text kChannelsSyntax{"--channels 取 1 到 16 的通道号，例如 1,2,5-8。",
                                       "--channels takes channel numbers 1 to 16, e.g. 1,2,5-8."};
 inline constexpr Text kShowTakesOneFile{"show 只取一个配置文件。", "show takes one configuration file."};
@@ -133,9 +137,6 @@ inline constexpr Text kBadChannelCount{"它的通道数 %1 不是 4、8 或 16",
 inline constexpr Text kModelDiffers{
     "地址 %1 上的模块是 %2，而文件中是 %3；什么也没有写入。用 --force 仍然写入。",
     "The module at address %1 is a %2, but the file holds a %3; nothing was written. Give --force to write it anyway."};
-inline constexpr Text kBroadcastNeedsOnlyOne{
-    "地址 255 会到达线路上的每个模块；用 --only-one-module 确认线路上只有一个模块。",
-    "Address 255 reaches every module on the line; give --only-one-module to confirm that only one module is connected."};
 inline constexpr Text kChannelBeyondModule{
     "--channels 指定了通道 %1，但地址 %2 上的模块只有 %3 个通道；没有发送平衡请求。用 --force 仍然发送。",
     "--channels names channel %1, but the module at address %2 has %3 channels; no balance was sent. Give --force to send it anyway."};

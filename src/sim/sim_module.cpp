@@ -73,10 +73,12 @@ SimModule::SimModule(const ModuleRecord& memory, quint32 seed)
 
 bool SimModule::addressedBy(QByteArrayView request) const
 {
-    if (request.size() <= kAddressOffset)
+    if (request.size() <= kGroupOffset)
         return false;
+    const quint8 command = byteAt(request, kCommandOffset);
+    const bool toEveryModule = command == kCmdBeckon || (command == kCmdWrite && byteAt(request, kGroupOffset) == kGroupInfo);
     const int address = byteAt(request, kAddressOffset);
-    return address == kBroadcastAddress || address == memory_.busAddress;
+    return toEveryModule ? address == kBroadcastAddress : address == memory_.busAddress;
 }
 
 bool SimModule::understands(QByteArrayView request)

@@ -27,7 +27,10 @@ public:
     ModuleRecord& memory() { return memory_; }
     int address() const { return memory_.busAddress; }
 
-    // The request names this module's address or every module (255).
+    // The request is one this module takes: a request to its own address, or
+    // one of the two that every module takes at 255 (the beckon and the
+    // information write). Those two go to 255 only; at its own address a
+    // module leaves them unanswered, and every other request to 255 too.
     bool addressedBy(QByteArrayView request) const;
     // The command, length and group selector are ones this module answers.
     // The envelope (start, length, checksum) is checked by the line.

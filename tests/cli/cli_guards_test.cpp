@@ -7,6 +7,7 @@
 #include "config/config_image.h"
 #include "config/image_layout.h"
 #include "model/record_json.h"
+#include "protocol/frame.h"
 #include "serial/com_port.h"
 #include "sim/sim_values.h"
 #include "support/record_checks.h"
@@ -32,8 +33,6 @@ using namespace velmor::testing;
 namespace {
 
 constexpr quint32 kSeed = 1;
-constexpr int kCmdRead = 0x11;
-constexpr int kCmdBalance = 0x14;
 
 QStringList words(const char* text) { return QString::fromUtf8(text).split(QLatin1Char(' '), Qt::SkipEmptyParts); }
 
@@ -120,7 +119,10 @@ private slots:
     void forceStillWritesAnyFile();
     void writeRefusesAModuleOfAnotherModel();
     void writeNamesTheModuleWrittenTo();
-    void addressTwoFiftyFiveNeedsOnlyOneModule();
+    void addressTwoFiftyFiveIsRefusedWhereNoModuleAnswersIt();
+    void informationWriteLearnsTheModelByTheBeckonThenWrites();
+    void informationWriteRefusesAModuleOfAnotherModel();
+    void forcedInformationWriteSendsTheWriteAlone();
     void channelsBeyondTheModuleAreRefused();
     void filesThatAreNotRegularAreRefusedAtOnce();
     void searchFailsWhenAModuleIsNotReadWholly();
@@ -238,29 +240,91 @@ void CliGuardsTest::writeNamesTheModuleWrittenTo()
     QCOMPARE(back.json()[QStringLiteral("channels")], write.json()[QStringLiteral("channels")]);
 }
 
-void CliGuardsTest::addressTwoFiftyFiveNeedsOnlyOneModule()
+void CliGuardsTest::addressTwoFiftyFiveIsRefusedWhereNoModuleAnswersIt()
 {
     WatchedLine line;
     QVERIFY(line.start({QStringLiteral("1:TM-A4")}));
     const QString path = line.file(QStringLiteral("a4.cfg"));
     QVERIFY(saveModule(line, 1, path));
     const int before = static_cast<int>(line.requests().size());
-    const QString expected = QStringLiteral("Address 255 reaches every module on the line; give --only-one-module to "
-                                            "confirm that only one module is connected.");
-    const CliResult write = runEn(words("write --address 255 --port") << line.port() << QStringLiteral("--config") << path);
-    QCOMPARE(write.exitCode, 2);
-    QCOMPARE(write.errText(), expected);
-    const CliResult balance = runEn(words("balance --address 255 --port") << line.port());
-    QCOMPARE(balance.exitCode, 2);
-    QCOMPARE(balance.errText(), expected);
+    const QString expected = QStringLiteral("At address 255 a module answers only the beckon and takes only the information "
+                                            "write; give the module's own address (velmor-cli beckon tells it).");
+    for (const QStringList& command : {words("write --address 255 --port") << line.port() << QStringLiteral("--config") << path,
+                                       words("balance --address 255 --port") << line.port(),
+                                       words("read --address 255 --port") << line.port()}) {
+        const CliResult refused = runEn(command);
+        QCOMPARE(refused.exitCode, 2);
+        QCOMPARE(refused.errText(), expected);
+    }
     QTest::qWait(100);
     QCOMPARE(line.requests().size(), before);
     QVERIFY(!line.changed());
+}
 
-    // Confirmed, both reach the one module.
-    QCOMPARE(runEn(words("write --only-one-module --address 255 --port") << line.port() << QStringLiteral("--config") << path).exitCode, 0);
-    QCOMPARE(runEn(words("balance --only-one-module --address 255 --port") << line.port()).exitCode, 0);
-    QVERIFY(line.changed());
+// The information write goes to 255, where a module answers the beckon: the
+// beckon tells the model, then the write goes out, and nothing else.
+void CliGuardsTest::informationWriteLearnsTheModelByTheBeckonThenWrites()
+{
+    WatchedLine line;
+    QVERIFY(line.start({QStringLiteral("3:TM-C16")}));
+    const QString path = line.file(QStringLiteral("c16.cfg"));
+    QVERIFY(saveModule(line, 3, path));
+    QByteArray bytes = fileBytes(path);
+    bytes.replace(moduleImage::kBusAddress, 2, QByteArray("\x0B\x00", 2));
+    bytes.replace(moduleImage::kModuleNumber, 2, QByteArray("\x39\x30", 2));  // 12345
+    QVERIFY(writeFile(path, bytes));
+    const int before = static_cast<int>(line.requests().size());
+
+    const CliResult info = runEn(words("--json write-info --only-one-module --port") << line.port() << QStringLiteral("--config") << path);
+    QCOMPARE(info.exitCode, 0);
+    QCOMPARE(info.json()[QStringLiteral("busAddress")].toInt(), 11);
+    QCOMPARE(info.json()[QStringLiteral("moduleNumber")].toInt(), 12345);
+    const QList<Request> sent = line.requests().mid(before);
+    QCOMPARE(sent.size(), 2);
+    QCOMPARE(sent[0].address, 255);
+    QCOMPARE(sent[0].command, kCmdBeckon);
+    QCOMPARE(sent[1].address, 255);
+    QCOMPARE(sent[1].command, kCmdWrite);
+    // The module took the file's information: it answers at its new address.
+    const CliResult back = runEn(words("--json read --address 11 --port") << line.port());
+    QCOMPARE(back.exitCode, 0);
+    QCOMPARE(back.json()[QStringLiteral("moduleNumber")].toInt(), 12345);
+}
+
+void CliGuardsTest::informationWriteRefusesAModuleOfAnotherModel()
+{
+    WatchedLine line;
+    QVERIFY(line.start({QStringLiteral("1:TM-C16"), QStringLiteral("2:TM-A4")}));
+    const QString a4 = line.file(QStringLiteral("a4.cfg"));
+    QVERIFY(saveModule(line, 2, a4));
+    WatchedLine other;
+    QVERIFY(other.start({QStringLiteral("5:TM-C16")}));
+    const CliResult refused = runEn(words("write-info --only-one-module --port") << other.port() << QStringLiteral("--config") << a4);
+    QCOMPARE(refused.exitCode, 2);
+    QCOMPARE(refused.errText(), QStringLiteral("The module at address 5 is a TM-C16, but the file holds a TM-A4; nothing was written. "
+                                               "Give --force to write it anyway."));
+    QTest::qWait(100);
+    const QList<Request> sent = other.requests();
+    QCOMPARE(sent.size(), 1);
+    QCOMPARE(sent[0].command, kCmdBeckon);
+    QVERIFY(!other.changed());
+}
+
+void CliGuardsTest::forcedInformationWriteSendsTheWriteAlone()
+{
+    WatchedLine line;
+    QVERIFY(line.start({QStringLiteral("1:TM-C16"), QStringLiteral("2:TM-A4")}));
+    const QString a4 = line.file(QStringLiteral("a4.cfg"));
+    QVERIFY(saveModule(line, 2, a4));
+    WatchedLine other;
+    QVERIFY(other.start({QStringLiteral("5:TM-C16")}));
+    const CliResult forced = runEn(words("write-info --force --only-one-module --port") << other.port() << QStringLiteral("--config") << a4);
+    QCOMPARE(forced.exitCode, 0);
+    const QList<Request> sent = other.requests();
+    QCOMPARE(sent.size(), 1);
+    QCOMPARE(sent[0].address, 255);
+    QCOMPARE(sent[0].command, kCmdWrite);
+    QVERIFY(other.changed());
 }
 
 void CliGuardsTest::channelsBeyondTheModuleAreRefused()
@@ -557,15 +621,16 @@ void CliGuardsTest::everyMessageComesInBothLanguages()
 
     const QList<QPair<QStringList, QPair<QString, QString>>> errors = {
         {words("read --address 3"), {QStringLiteral("需要 --port。"), QStringLiteral("--port is required.")}},
-        {words("read --port x --address 999"), {QStringLiteral("--address 取 0 到 255 的数。"), QStringLiteral("--address takes a number from 0 to 255.")}},
+        {words("read --port x --address 999"), {QStringLiteral("--address 取 0 到 254 的数。"), QStringLiteral("--address takes a number from 0 to 254.")}},
         {words("read --bogus"), {QStringLiteral("未知选项“bogus”。"), QStringLiteral("Unknown option 'bogus'.")}},
         {words("write --port x --address 1"), {QStringLiteral("需要 --config。"), QStringLiteral("--config is required.")}},
         {words("show"), {QStringLiteral("show 只取一个配置文件。"), QStringLiteral("show takes one configuration file.")}},
         {words("balance --port x --address 1 --channels 0"),
          {QStringLiteral("--channels 取 1 到 16 的通道号，例如 1,2,5-8。"), QStringLiteral("--channels takes channel numbers 1 to 16, e.g. 1,2,5-8.")}},
         {words("balance --port x --address 255"),
-         {QStringLiteral("地址 255 会到达线路上的每个模块；用 --only-one-module 确认线路上只有一个模块。"),
-          QStringLiteral("Address 255 reaches every module on the line; give --only-one-module to confirm that only one module is connected.")}},
+         {QStringLiteral("在地址 255 上模块只应答召唤、只接受模块信息写入；请给出模块自己的地址（velmor-cli beckon 会告诉它）。"),
+          QStringLiteral("At address 255 a module answers only the beckon and takes only the information write; give the "
+                         "module's own address (velmor-cli beckon tells it).")}},
         {words("show /nonexistent/x.cfg"), {QStringLiteral("打开配置文件操作失败!"), QStringLiteral("Open configure file fail!")}},
         {words("report x.cfg"), {QStringLiteral("需要 --out。"), QStringLiteral("--out is required.")}},
         {words("report --out r.html"), {QStringLiteral("report 只取一个配置文件。"), QStringLiteral("report takes one configuration file.")}},

@@ -120,6 +120,52 @@ private slots:
         QVERIFY(!acceptedAsInformation(received, kCmdBeckon, program));
     }
 
+    void requestsToAddress255OtherThanBeckonAndInformationWriteGoUnansweredAndChangeNothing_data()
+    {
+        QTest::addColumn<QByteArray>("request");
+        ModuleRecord every = simulatedModule(255, 2, 1);
+        for (ChannelRecord& channel : every.channels)
+            channel.cutoff = 4321;
+        QTest::newRow("information read") << readInfoRequest(255).frame();
+        QTest::newRow("group read") << readChannelGroupRequest(every, 0).frame();
+        QTest::newRow("calibration read") << readCalibrationRequest(every, 0).frame();
+        QTest::newRow("group write") << writeChannelGroupRequest(every, 0).frame();
+        QTest::newRow("adjust write") << writeAdjustBlockRequest(every, 0).frame();
+        QTest::newRow("calibration write") << writeCalibrationRequest(every, 0).frame();
+        QTest::newRow("balance") << balanceRequest(every, -1).frame();
+    }
+    void requestsToAddress255OtherThanBeckonAndInformationWriteGoUnansweredAndChangeNothing()
+    {
+        QFETCH(QByteArray, request);
+        LineSettings settings;
+        settings.fast = true;
+        settings.balanceDelayMs = 10;
+        SimLine line({{1, 2}, {4, 0}}, settings);
+        QSignalSpy changed(&line.line(), &VirtualLine::memoryChanged);
+        const QList<ModuleRecord> before = line.line().memories();
+        PtyPeer peer(line.devicePath());
+        peer.exchange(request, 1, kQuietMs);
+        QVERIFY2(peer.received().isEmpty(), peer.received().toHex(' ').constData());
+        QCOMPARE(line.requests().size(), 1);  // heard, and left alone
+        QVERIFY(line.replies().isEmpty());
+        QCOMPARE(changed.size(), 0);
+        QCOMPARE(line.line().memories(), before);
+    }
+
+    void informationWriteAt255IsTakenByTheModuleOnTheLine()
+    {
+        SimLine line({{1, 2}});
+        PtyPeer peer(line.devicePath());
+        ModuleRecord program = line.memory(1);
+        program.busAddress = 7;
+        program.moduleNumber = 4242;
+        ModuleRecord answered = defaultModule();
+        QVERIFY(acceptedAsInformation(peer.exchange(writeInfoRequest(program).frame(), kFullFrameLength), kCmdWrite,
+                                      answered));
+        QCOMPARE(answered.busAddress, qint16(7));
+        QCOMPARE(line.memory(7).moduleNumber, 4242);
+    }
+
     void requestsWithABadChecksumOrUnknownCommandGetNoAnswer_data()
     {
         QTest::addColumn<QByteArray>("request");

@@ -290,12 +290,48 @@ private slots:
             QCOMPARE(channelOf(module.memory(), c), channelOf(before, c));
     }
 
-    void addressMatchesOwnAddressAndBroadcast()
+    void aModuleTakesAtItsAddressAllButTheTwoRequestsOfAddress255_data()
     {
-        SimModule module = moduleOf(2);
-        QVERIFY(module.addressedBy(readInfoRequest(kAddress).frame()));
-        QVERIFY(module.addressedBy(readInfoRequest(255).frame()));
-        QVERIFY(!module.addressedBy(readInfoRequest(kAddress + 1).frame()));
+        QTest::addColumn<QByteArray>("request");
+        QTest::addColumn<bool>("taken");
+        ModuleRecord own = simulatedModule(kAddress, 2, kSeed);
+        ModuleRecord every = own;
+        every.busAddress = 255;
+        ModuleRecord other = own;
+        other.busAddress = kAddress + 1;
+        QTest::newRow("read at its address") << readInfoRequest(kAddress).frame() << true;
+        QTest::newRow("read at another address") << readInfoRequest(kAddress + 1).frame() << false;
+        QTest::newRow("group write at its address") << writeChannelGroupRequest(own, 1).frame() << true;
+        QTest::newRow("balance at its address") << balanceRequest(own, -1).frame() << true;
+        QTest::newRow("beckon at 255") << beckonRequest().frame() << true;
+        QTest::newRow("information write at 255") << writeInfoRequest(own).frame() << true;
+        QTest::newRow("information write at 255 naming another address") << writeInfoRequest(other).frame() << true;
+        // A module answers nothing else at 255.
+        QTest::newRow("information read at 255") << readInfoRequest(255).frame() << false;
+        QTest::newRow("group read at 255") << readChannelGroupRequest(every, 0).frame() << false;
+        QTest::newRow("adjust read at 255") << readAdjustBlockRequest(every, 2).frame() << false;
+        QTest::newRow("calibration read at 255") << readCalibrationRequest(every, 3).frame() << false;
+        QTest::newRow("group write at 255") << writeChannelGroupRequest(every, 0).frame() << false;
+        QTest::newRow("adjust write at 255") << writeAdjustBlockRequest(every, 0).frame() << false;
+        QTest::newRow("calibration write at 255") << writeCalibrationRequest(every, 0).frame() << false;
+        QTest::newRow("balance at 255") << balanceRequest(every, -1).frame() << false;
+        // The two requests of 255 go nowhere else.
+        Frame beckonHere{};
+        sealFrame(beckonHere, 3, kAddress, kCmdBeckon, kGroupInfo);
+        QTest::newRow("beckon at its address") << toBytes(beckonHere, kShortRequestLength) << false;
+        QByteArray infoHere = writeInfoRequest(own).frame();
+        infoHere[kAddressOffset] = char(kAddress);
+        Frame sealed{};
+        std::copy(infoHere.begin(), infoHere.end(), sealed.begin());
+        sealFrame(sealed, kFullN, kAddress, kCmdWrite, kGroupInfo);
+        QTest::newRow("information write at its address") << toBytes(sealed, kFullFrameLength) << false;
+    }
+    void aModuleTakesAtItsAddressAllButTheTwoRequestsOfAddress255()
+    {
+        QFETCH(QByteArray, request);
+        QFETCH(bool, taken);
+        QVERIFY(SimModule::understands(request));
+        QCOMPARE(moduleOf(2).addressedBy(request), taken);
     }
 
     void requestsOutsideTheCommandSetAreNotUnderstood_data()

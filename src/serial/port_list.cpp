@@ -33,11 +33,25 @@ QString virtualPortsDirectory()
 #endif
 }
 
+bool systemPortListed(const QString& name)
+{
+    const QString wanted = qEnvironmentVariable("VELMOR_SYSTEM_PORTS").trimmed();
+    if (wanted.isEmpty())
+        return true;
+    for (const QString& pattern : wanted.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+        const QRegularExpression re(QRegularExpression::wildcardToRegularExpression(pattern.trimmed()));
+        if (pattern.trimmed() != QLatin1String("none") && re.match(name).hasMatch())
+            return true;
+    }
+    return false;
+}
+
 QList<PortEntry> listPorts()
 {
     QList<PortEntry> systemPorts;
     for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts())
-        systemPorts.append({info.portName(), 0, info.systemLocation()});
+        if (systemPortListed(info.portName()))
+            systemPorts.append({info.portName(), 0, info.systemLocation()});
     return listPorts(systemPorts, virtualPortsDirectory());
 }
 

@@ -20,6 +20,12 @@ struct PortEntry {
 // folder in the temporary directory.
 QString virtualPortsDirectory();
 
+// Which of the machine's own serial ports are listed, from VELMOR_SYSTEM_PORTS:
+// unset or empty, all of them; "none", none; else a comma-separated list of
+// name patterns (ttyUSB*,ttyACM*), for a machine whose built-in ports lead
+// nowhere.
+bool systemPortListed(const QString& name);
+
 // The system's serial ports in a stable order, then the published virtual
 // ports whose simulator still runs, numbered as above.
 QList<PortEntry> listPorts();

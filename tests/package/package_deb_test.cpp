@@ -55,6 +55,32 @@ QString describe(const Run& r)
 
 const QString kAppId = QStringLiteral("io.github.velmor.Velmor");
 
+// A line of the unpacked simulator for the unpacked window to list: a test
+// lists none of the machine's ports, and with no port at all the window would
+// start with "No COM port in the computer.".
+class UnpackedLine {
+public:
+    UnpackedLine(const QString& simulator, const QProcessEnvironment& environment)
+    {
+        sim_.setProcessEnvironment(environment);
+        sim_.start(simulator, {QStringLiteral("--fast"), QStringLiteral("--name"), QStringLiteral("SIM1"),
+                               QStringLiteral("--module"), QStringLiteral("1:TM-C16")});
+        ready_ = sim_.waitForStarted(10000) && sim_.waitForReadyRead(10000);
+    }
+    ~UnpackedLine()
+    {
+        sim_.terminate();
+        if (!sim_.waitForFinished(5000))
+            sim_.kill();
+    }
+    bool ready() const { return ready_; }
+    QString error() { return QString::fromUtf8(sim_.readAllStandardError()); }
+
+private:
+    QProcess sim_;
+    bool ready_ = false;
+};
+
 }  // namespace
 
 class PackageDebTest : public QObject {
@@ -268,6 +294,8 @@ void PackageDebTest::windowStartsOffscreenFromTheUnpackedPackage()
     QVERIFY(QDir(home_.filePath(QStringLiteral("data"))).removeRecursively());
     QProcess window;
     QProcessEnvironment environment = cleanUserEnvironment(lang);
+    UnpackedLine line(bin(QStringLiteral("velmor-sim")), environment);
+    QVERIFY2(line.ready(), qPrintable(line.error()));
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     window.setProcessEnvironment(environment);
     window.start(bin(QStringLiteral("velmor")), {});
@@ -312,6 +340,8 @@ void PackageDebTest::windowShowsItsCaptionsInTheLocalesLanguage()
     const QString captionsFile = home_.filePath(QStringLiteral("captions.txt"));
     QFile::remove(captionsFile);
     QProcessEnvironment environment = cleanUserEnvironment(lang);
+    UnpackedLine line(bin(QStringLiteral("velmor-sim")), environment);
+    QVERIFY2(line.ready(), qPrintable(line.error()));
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(VELMOR_PROBE_PLUGIN_PATH));
     environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("caption_probe"));

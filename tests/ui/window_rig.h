@@ -1,6 +1,8 @@
 #pragma once
 
 #include "link_rig.h"
+#include "serial/port_list.h"
+#include "support/sim_line.h"
 #include "ui/file_chooser.h"
 #include "ui/frm_main.h"
 
@@ -8,6 +10,8 @@
 #include <QComboBox>
 #include <QTemporaryDir>
 #include <QWidget>
+
+#include <memory>
 
 namespace velmor::testing {
 
@@ -63,8 +67,16 @@ struct ScriptedFiles : FileChooser {
 
 // The main window shown and started, its message boxes recorded, its file
 // dialogs scripted and its default configuration file in a folder of its own.
+// Tests list none of the machine's ports: when the test has published no line
+// of its own, the rig publishes one with nothing on it (SIM0), as a machine's
+// own unused port, so that the window does not start with "No COM port in
+// the computer.".
 struct WindowRig {
-    explicit WindowRig(int languageMode = kEnglish) : window(languageMode, &dialogs, &files)
+    explicit WindowRig(int languageMode = kEnglish)
+        : quietLine(listPorts().isEmpty() ? std::make_unique<SimLine>(QList<sim::ModuleAt>{}, Pacing::Fast,
+                                                                      QStringLiteral("SIM0"))
+                                          : nullptr)
+        , window(languageMode, &dialogs, &files)
     {
         window.setConfigPath(folder.filePath(QStringLiteral("TestConfig.cfg")));
         window.show();
@@ -72,6 +84,7 @@ struct WindowRig {
     }
 
     QTemporaryDir folder;
+    std::unique_ptr<SimLine> quietLine;
     RecordingDialogs dialogs;
     ScriptedFiles files;
     frmMain window;

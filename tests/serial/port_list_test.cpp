@@ -34,7 +34,38 @@ private slots:
     void linksWithoutARunningOwnerAreNotListed();
     void aRunningOwnersNameIsNotTakenOver();
     void networkPortsComeLastNumberedPastTheHighest();
+    void systemPortsAreListedAsTheSettingSays_data();
+    void systemPortsAreListedAsTheSettingSays();
 };
+
+void PortListTest::systemPortsAreListedAsTheSettingSays_data()
+{
+    QTest::addColumn<QString>("setting");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("listed");
+    QTest::newRow("unset lists all") << QString() << "ttyS0" << true;
+    QTest::newRow("blank lists all") << " " << "ttyS0" << true;
+    QTest::newRow("none lists none") << "none" << "ttyUSB0" << false;
+    QTest::newRow("a pattern that fits") << "ttyUSB*,ttyACM*" << "ttyACM1" << true;
+    QTest::newRow("a pattern that does not") << "ttyUSB*,ttyACM*" << "ttyS0" << false;
+    QTest::newRow("a name as it stands") << " ttyS3 " << "ttyS3" << true;
+    QTest::newRow("a name is whole") << "ttyS3" << "ttyS31" << false;
+}
+
+void PortListTest::systemPortsAreListedAsTheSettingSays()
+{
+    QFETCH(QString, setting);
+    QFETCH(QString, name);
+    QFETCH(bool, listed);
+    const QByteArray before = qgetenv("VELMOR_SYSTEM_PORTS");
+    if (setting.isNull())
+        qunsetenv("VELMOR_SYSTEM_PORTS");
+    else
+        qputenv("VELMOR_SYSTEM_PORTS", setting.toUtf8());
+    const bool result = systemPortListed(name);
+    qputenv("VELMOR_SYSTEM_PORTS", before);
+    QCOMPARE(result, listed);
+}
 
 void PortListTest::comNameGivesItsNumber_data()
 {

@@ -62,8 +62,6 @@ inline constexpr const char* kShowCoefficients = "显示校正系数";
 inline constexpr const char* kHideCoefficients = "隐藏校正系数";
 
 // Accessible names of controls that have no caption of their own.
-inline constexpr Text kPortListName{"串口", "Serial port"};
-inline constexpr Text kModuleIndexName{"模块卡号", "Module index"};
 inline constexpr Text kSearchProgressName{"搜索进度", "Search progress"};
 inline constexpr Text kModuleTabsName{"找到的模块", "Modules found"};
 inline constexpr Text kFrameTabsName{"操作页", "Pages"};

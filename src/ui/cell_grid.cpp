@@ -144,6 +144,9 @@ CellGrid::CellGrid(const QString& objectName, const QString& accessibleName, QWi
     setAccessibleName(accessibleName);
     setModel(model_);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
+    // An edit goes to the rows from one end of the selection to the other:
+    // the grid lets no other selection be made (Ctrl+click adds nothing).
+    setSelectionMode(QAbstractItemView::ContiguousSelection);
     setWordWrap(false);
     horizontalHeader()->setHighlightSections(false);
 }

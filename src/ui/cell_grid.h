@@ -20,7 +20,7 @@ inline constexpr QRgb kGreyCellColor = qRgb(230, 230, 230);
 // rules may leave a cell showing something the record does not hold (a typed
 // value that was refused, an answer stored nowhere). Headings go to the
 // horizontal header; every cell is centred; the grey columns get a grey
-// background. Read-only for now.
+// background.
 class CellTextModel : public QAbstractTableModel {
     Q_OBJECT
 public:

@@ -145,7 +145,6 @@ void ChannelGridEditor::openList(const ChannelEditor& editor, int row, int colum
     caption_->show();
     cmbGain_->clear();
     cmbGain_->addItems(editor.items);
-    cmbGain_->setAccessibleName(editor.caption);
     cmbGain_->setCurrentIndex(-1);
     column_ = column;
     listRows_ = rows;
@@ -202,7 +201,9 @@ bool ChannelGridEditor::startTyping(const QKeyEvent& key)
             option->show();
     }
     txtOperate_->setText(grid_->cellModel()->cellText(row_, column_));
-    txtOperate_Change(txtOperate_->text());
+    // The cell's own text is not typed: it is not checked ("Unknown" is no
+    // number), only the choices are worked out from it.
+    showChoices(txtOperate_->text());
     txtOperate_->selectAll();
     txtOperate_->setGeometry(grid_->visualRect(current));
     txtOperate_->show();
@@ -217,13 +218,20 @@ void ChannelGridEditor::txtOperate_Change(const QString& text)
 {
     if (column_ != kCutoffColumn)
         return;
-    entry_ = frequencyEntry(module(), text, language_);
-    if (!entry_.isNumber && !text.trimmed().isEmpty()) {
+    if (!showChoices(text) && !text.trimmed().isEmpty())
         message();
-        return;
-    }
+}
+
+bool ChannelGridEditor::showChoices(const QString& text)
+{
+    if (column_ != kCutoffColumn)
+        return true;
+    entry_ = frequencyEntry(module(), text, language_);
+    if (!entry_.isNumber)
+        return false;
     for (int i = 0; i < 2; ++i)
         Option1_[i]->setText(entry_.captions[static_cast<size_t>(i)]);
+    return true;
 }
 
 void ChannelGridEditor::txtOperate_LostFocus()

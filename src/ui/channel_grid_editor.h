@@ -52,6 +52,9 @@ private:
     // Opens txtOperate over the current cell when a key types into the grid.
     bool startTyping(const QKeyEvent& key);
     void txtOperate_Change(const QString& text);
+    // The two cut-off choices for a frequency text; false, changing nothing,
+    // when the text is no number.
+    bool showChoices(const QString& text);
     void txtOperate_LostFocus();
     void Option1_Click(int option);
     void show(const EditResult& result);

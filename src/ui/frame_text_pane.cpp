@@ -4,6 +4,7 @@
 #include "model/window_texts.h"
 #include "object_names.h"
 #include "protocol/frame_text.h"
+#include "tab_strip.h"
 
 #include <QFontDatabase>
 #include <QLabel>
@@ -12,11 +13,11 @@
 
 namespace velmor {
 
-QLabel* frameLabel(const QString& name, const Text& accessibleName, Language language)
+QLabel* frameLabel(const QString& name, const Text& description, Language language)
 {
     auto* label = new QLabel;
     label->setObjectName(name);
-    label->setAccessibleName(pick(accessibleName, language));
+    label->setAccessibleDescription(pick(description, language));
     label->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     // Three lines of 16 bytes and a fourth of 7 for a whole frame.
@@ -56,14 +57,14 @@ FrameTextPane::FrameTextPane(const FrameTextNames& names, Language language, QWi
         sent_[g]->hide();
         returned_[g]->hide();
     }
-    connect(tabs_, &QTabBar::tabBarClicked, this, &FrameTextPane::selectGroup);
+    followTabs(tabs_, this, [this](int g) { selectGroup(g); });
 }
 
 void FrameTextPane::selectGroup(int g)
 {
     if (g < 0 || g >= kGroups)
         return;
-    tabs_->setCurrentIndex(g);
+    showTab(tabs_, g);
     sentCaption_->setText(QString::fromUtf8(win::kGroupSentCaptions[g]));
     returnedCaption_->setText(QString::fromUtf8(win::kGroupReturnedCaptions[g]));
     for (int i = 0; i < kGroups; ++i) {

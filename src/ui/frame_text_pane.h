@@ -13,8 +13,9 @@ class QTabBar;
 namespace velmor {
 
 // A label that shows a frame as text: fixed pitch, selectable, room for the
-// four lines of a whole frame.
-QLabel* frameLabel(const QString& name, const Text& accessibleName, Language language);
+// four lines of a whole frame. A screen reader reads the frame as its name;
+// what the frame is goes into its description.
+QLabel* frameLabel(const QString& name, const Text& description, Language language);
 
 // The names of one pane's controls: its tab strip, its two captions and its
 // two label arrays.

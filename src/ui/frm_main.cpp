@@ -18,6 +18,7 @@
 #include "report/report_file.h"
 #include "report/setup_report.h"
 #include "serial/port_list.h"
+#include "tab_strip.h"
 #include "twips.h"
 #include "widget_dialogs.h"
 
@@ -93,7 +94,7 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
     connect(bar_, &PortSearchBar::portChosen, this, &frmMain::cmbComPort_Click);
     connect(bar_, &PortSearchBar::addNetworkPortChosen, this, &frmMain::addNetworkPort);
     connect(bar_, &PortSearchBar::addressChosen, this, &frmMain::cmbModuleIndex_Click);
-    connect(tabStripCom_, &QTabBar::tabBarClicked, this, &frmMain::TabStripCom_Click);
+    followTabs(tabStripCom_, this, [this](int index) { TabStripCom_Click(index); });
     // Within a flow the window stays locked from its first request to the end
     // of its last: unlocking between two requests of a chain would only
     // flicker (and cost a redraw per request).
@@ -115,7 +116,7 @@ QWidget* frmMain::buildFrames()
         tabStrip1_->addTab(pick(caption, language_));
     for (QWidget* frame : std::initializer_list<QWidget*>{frame1_, frame2_, frame3_})
         frames_->addWidget(frame);
-    connect(tabStrip1_, &QTabBar::tabBarClicked, this, &frmMain::TabStrip1_Click);
+    followTabs(tabStrip1_, this, [this](int index) { TabStrip1_Click(index); });
 
     auto* box = new QWidget;
     auto* layout = new QVBoxLayout(box);
@@ -226,7 +227,7 @@ void frmMain::TabStrip1_Click(int index)
 {
     if (index < 0 || index >= frames_->count())
         return;
-    tabStrip1_->setCurrentIndex(index);
+    showTab(tabStrip1_, index);
     frames_->setCurrentIndex(index);
 }
 
@@ -341,7 +342,7 @@ void frmMain::TabStripCom_Click(int index)
 {
     if (index < 0 || index >= state_.moduleCount)
         return;
-    tabStripCom_->setCurrentIndex(index);
+    showTab(tabStripCom_, index);
     editing_.close();
     state_.currentModule = index;
     view_.showAll();

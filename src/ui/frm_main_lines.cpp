@@ -12,6 +12,7 @@
 #include "serial/network_port.h"
 
 #include <QProgressBar>
+#include <QSignalBlocker>
 #include <QTabBar>
 
 #include <algorithm>
@@ -52,6 +53,8 @@ void frmMain::runSearch(int (Search::*body)(const QList<PortEntry>&, int))
 
 void frmMain::showModuleTabs(int count)
 {
+    // New tabs are not the operator's choice: the search makes its own.
+    const QSignalBlocker quiet(tabStripCom_);
     while (tabStripCom_->count() > 0)
         tabStripCom_->removeTab(0);
     for (int i = 0; i < count; ++i) {

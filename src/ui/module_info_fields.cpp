@@ -73,7 +73,6 @@ ModuleInfoFields::ModuleInfoFields(SetupState& state, OperatorDialogs& dialogs, 
         }
         auto* combo = new QComboBox;
         combo->setObjectName(QLatin1String(kListNames[list]));
-        combo->setAccessibleName(label->text());
         // Long option texts are read in full beside the list.
         combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         combo->setMinimumContentsLength(10);

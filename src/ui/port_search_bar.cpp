@@ -38,9 +38,7 @@ PortSearchBar::PortSearchBar(Language language, QWidget* parent)
 {
     setObjectName(QStringLiteral("Frame6"));
     cmbComPort_->setObjectName(QStringLiteral("cmbComPort"));
-    cmbComPort_->setAccessibleName(pick(win::kPortListName, language));
     cmbModuleIndex_->setObjectName(QStringLiteral("cmbModuleIndex"));
-    cmbModuleIndex_->setAccessibleName(pick(win::kModuleIndexName, language));
     for (int address = 0; address <= kHighestAddress; ++address)
         cmbModuleIndex_->addItem(QString::number(address), address);
     cmdSearch_->setObjectName(QStringLiteral("cmdSearch"));
@@ -66,13 +64,17 @@ PortSearchBar::PortSearchBar(Language language, QWidget* parent)
 void PortSearchBar::setPorts(const QList<PortEntry>& ports)
 {
     // The chosen port stays chosen while it is there; otherwise the first.
-    const QString chosen = cmbComPort_->currentText();
+    // Only a port's item counts: the separator's text is empty too.
+    const QString chosen = shown_ >= 0 ? cmbComPort_->itemText(shown_) : QString();
     cmbComPort_->clear();
-    for (const PortEntry& port : ports)
+    shown_ = ports.isEmpty() ? -1 : 0;
+    for (const PortEntry& port : ports) {
+        if (port.name == chosen)
+            shown_ = static_cast<int>(cmbComPort_->count());
         cmbComPort_->addItem(port.name, port.number);
+    }
     cmbComPort_->insertSeparator(cmbComPort_->count());
     cmbComPort_->addItem(addCaption_, kAddNetworkPort);
-    shown_ = ports.isEmpty() ? -1 : std::max(0, cmbComPort_->findText(chosen));
     cmbComPort_->setCurrentIndex(shown_);
 }
 

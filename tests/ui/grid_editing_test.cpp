@@ -20,6 +20,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include <algorithm>
+
 using namespace velmor;
 using namespace velmor::testing;
 
@@ -87,6 +89,9 @@ private slots:
     void aDecimalTypedIntoACellPassesTheDecimalFilterAndIsStored();
     void aWholeNumberCellSwallowsThePoint();
     void aTypedCutoffOffersTwoChoicesAndFillsTheGroupOnTmC16();
+    void typingIntoAnUnknownCutoffIsNoInputError_data();
+    void typingIntoAnUnknownCutoffIsNoInputError();
+    void ctrlClickSelectsOnlyWhatAnEditChanges();
     void theFrequencyDialogWritesTheWidenedGroup();
     void aZeroAdjustOf256WarnsAtOnceAndStaysShownUnstored();
     void aDragOverFourRowsAnswered2000Stores1023();
@@ -218,6 +223,64 @@ void GridEditingTest::aTypedCutoffOffersTwoChoicesAndFillsTheGroupOnTmC16()
     QVERIFY(m.channel(6).cutoff != 102 || cellText(grid, 7, kCutoffColumn) != QStringLiteral("980.39216"));
     QVERIFY(!box->isVisible());
     QVERIFY(!lower->isVisible());
+}
+
+void GridEditingTest::typingIntoAnUnknownCutoffIsNoInputError_data()
+{
+    QTest::addColumn<int>("languageMode");
+    QTest::addColumn<QString>("unknown");
+    QTest::newRow("English") << kEnglish << QStringLiteral("Unknown");
+    QTest::newRow("Chinese") << kChinese << QStringLiteral("未知");
+}
+
+// A cut-off code outside the filter's range reads "Unknown"; the operator types
+// a frequency over it. Only what is typed is checked: the cell's own text
+// opening the box is no input error.
+void GridEditingTest::typingIntoAnUnknownCutoffIsNoInputError()
+{
+    QFETCH(int, languageMode);
+    QFETCH(QString, unknown);
+    ReadModule m(kTmC16, languageMode);
+    m.line.memory(1).channels[9].cutoff = 2;  // below 10: no continuous cut-off
+    QTest::mouseClick(child<QPushButton>(m.window(), "cmdFrame3Receive"), Qt::LeftButton);
+    CellGrid* grid = m.grid("MSHGridOperate");
+    QCOMPARE(cellText(grid, 10, kCutoffColumn), unknown);
+    grid->setCurrentIndex(grid->model()->index(9, kCutoffColumn));
+    QTest::keyClick(grid, Qt::Key_5);
+    auto* box = child<QLineEdit>(m.window(), "txtOperate");
+    QVERIFY(box->isVisible());
+    QCOMPARE(box->text(), QStringLiteral("5"));
+    QTest::keyClicks(box, "00");
+    QCOMPARE(m.rig.dialogs.texts(), QStringList());
+    QCOMPARE(child<QRadioButton>(m.window(), "Option1[0]")->text(), QStringLiteral("500.00000"));
+    QTest::mouseClick(child<QRadioButton>(m.window(), "Option1[0]"), Qt::LeftButton);
+    QCOMPARE(m.channel(9).cutoff, 200);
+    QCOMPARE(m.rig.dialogs.texts(), QStringList());
+}
+
+// Ctrl+click adds no lone row to the selection: the grid shows one run of
+// rows selected, and an edit changes exactly those rows.
+void GridEditingTest::ctrlClickSelectsOnlyWhatAnEditChanges()
+{
+    ReadModule m(kTmB8);
+    for (int c = 0; c < 8; ++c)
+        m.channel(c).coupling = 0;
+    CellGrid* grid = m.grid("MSHGridOperate");
+    auto* list = child<QComboBox>(m.window(), "cmbGain");
+    clickCell(grid, 2, kCouplingColumn);
+    chooseItem(list, 0);
+    clickCell(grid, 6, kCouplingColumn, Qt::ControlModifier);
+    QList<int> shown;
+    for (const QModelIndex& index : grid->selectionModel()->selectedIndexes())
+        if (!shown.contains(index.row() + 1))
+            shown << index.row() + 1;
+    std::sort(shown.begin(), shown.end());
+    QVERIFY(!shown.isEmpty());
+    QCOMPARE(shown.size(), shown.last() - shown.first() + 1);  // one run
+    QVERIFY(shown.contains(2) && shown.contains(6));
+    chooseItem(list, 1);
+    for (int c = 0; c < 8; ++c)
+        QVERIFY2(int(m.channel(c).coupling) == (shown.contains(c + 1) ? 1 : 0), qPrintable(QStringLiteral("channel %1").arg(c + 1)));
 }
 
 void GridEditingTest::theFrequencyDialogWritesTheWidenedGroup()

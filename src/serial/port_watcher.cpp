@@ -1,23 +1,83 @@
 #include "port_watcher.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 namespace velmor {
+namespace {
+
+// Where the system shows serial devices as they come and go.
+const QStringList& systemFolders()
+{
+    static const QStringList folders{QStringLiteral("/dev"), QStringLiteral("/dev/pts")};
+    return folders;
+}
+
+}  // namespace
 
 PortWatcher::PortWatcher(QObject* parent) : QObject(parent)
 {
-    connect(&timer_, &QTimer::timeout, this, &PortWatcher::look);
-    timer_.start(kIntervalMs);
+    settle_.setSingleShot(true);
+    settle_.setInterval(kSettleMs);
+    connect(&settle_, &QTimer::timeout, this, &PortWatcher::look);
+    connect(&fallback_, &QTimer::timeout, this, &PortWatcher::changed);
+    connect(&folders_, &QFileSystemWatcher::directoryChanged, this, &PortWatcher::changed);
+    watchFolders();
 }
 
-void PortWatcher::pause() { timer_.stop(); }
+void PortWatcher::watchFolders()
+{
+    QStringList wanted;
+    for (const QString& folder : systemFolders())
+        if (QFileInfo(folder).isDir())
+            wanted << folder;
+    const QString published = virtualPortsDirectory();
+    // A folder that is not there yet is seen being made in its parent.
+    wanted << (QFileInfo(published).isDir() ? published : QFileInfo(published).absolutePath());
+    const QStringList watched = folders_.directories();
+    for (const QString& folder : watched)
+        if (!wanted.contains(folder))
+            folders_.removePath(folder);
+    for (const QString& folder : wanted)
+        if (!watched.contains(folder))
+            folders_.addPath(folder);
+    if (folders_.directories().isEmpty())
+        fallback_.start(kFallbackIntervalMs);
+    else
+        fallback_.stop();
+}
+
+void PortWatcher::changed()
+{
+    if (paused_) {
+        missed_ = true;
+        return;
+    }
+    if (!settle_.isActive())
+        settle_.start();
+}
+
+void PortWatcher::pause()
+{
+    paused_ = true;
+    if (settle_.isActive()) {
+        settle_.stop();
+        missed_ = true;
+    }
+}
 
 void PortWatcher::resume()
 {
-    timer_.start(kIntervalMs);
-    look();
+    paused_ = false;
+    if (missed_) {
+        missed_ = false;
+        look();
+    }
 }
 
 void PortWatcher::look()
 {
+    watchFolders();
     const QList<PortEntry> now = listPorts();
     if (now == known_)
         return;

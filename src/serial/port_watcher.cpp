@@ -6,16 +6,16 @@
 namespace velmor {
 namespace {
 
-// Where the system shows serial devices as they come and go.
-const QStringList& systemFolders()
-{
-    static const QStringList folders{QStringLiteral("/dev"), QStringLiteral("/dev/pts")};
-    return folders;
-}
+// Where the system shows serial devices as they come and go: a new adapter
+// in the first, the end of a simulator's pseudo-terminal in the second.
+const QStringList kSystemFolders{QStringLiteral("/dev"), QStringLiteral("/dev/pts")};
 
 }  // namespace
 
-PortWatcher::PortWatcher(QObject* parent) : QObject(parent)
+PortWatcher::PortWatcher(QObject* parent) : PortWatcher(kSystemFolders, parent) {}
+
+PortWatcher::PortWatcher(const QStringList& deviceFolders, QObject* parent)
+    : QObject(parent), deviceFolders_(deviceFolders)
 {
     settle_.setSingleShot(true);
     settle_.setInterval(kSettleMs);
@@ -28,7 +28,7 @@ PortWatcher::PortWatcher(QObject* parent) : QObject(parent)
 void PortWatcher::watchFolders()
 {
     QStringList wanted;
-    for (const QString& folder : systemFolders())
+    for (const QString& folder : deviceFolders_)
         if (QFileInfo(folder).isDir())
             wanted << folder;
     const QString published = virtualPortsDirectory();

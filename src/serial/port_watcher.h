@@ -24,7 +24,10 @@ public:
     static constexpr int kSettleMs = 150;
     static constexpr int kFallbackIntervalMs = 2000;
 
+    // Watches the system's folders of devices and pseudo-terminals.
     explicit PortWatcher(QObject* parent = nullptr);
+    // Watches `deviceFolders` in their place.
+    PortWatcher(const QStringList& deviceFolders, QObject* parent = nullptr);
 
     // The list the next change is measured against.
     void setKnown(const QList<PortEntry>& ports) { known_ = ports; }
@@ -42,6 +45,7 @@ private:
     void changed();
     void look();
 
+    QStringList deviceFolders_;
     QList<PortEntry> known_;
     QFileSystemWatcher folders_;
     QTimer settle_;

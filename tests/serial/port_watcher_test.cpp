@@ -3,6 +3,7 @@
 #include "serial/port_watcher.h"
 #include "support/sim_process.h"
 
+#include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -78,21 +79,28 @@ private slots:
     }
 
     // Idle, the watcher costs nothing: it looks at the list only when the
-    // system signs a change. Here the list changes without a sign (the
-    // published ports now come from a folder that already holds a line), and
-    // a watcher that kept looking would find it.
+    // system signs a change in a folder it watches (here folders of the
+    // test's own, which other tests running meanwhile do not touch). The
+    // list changes without a sign (the published ports now come from a
+    // folder that already holds a line): a watcher that kept looking would
+    // find it.
     void anIdleWatcherLooksAtNothingWithoutASignFromTheSystem()
     {
         QTemporaryDir other;
+        QTemporaryDir devices;
         SimProcess sim;
         sim.usePortsDir(other.path());
         QVERIFY2(sim.start({QStringLiteral("--fast"), QStringLiteral("--name"), QStringLiteral("SIM3")}), qPrintable(sim.error()));
-        PortWatcher watcher;
+        PortWatcher watcher({devices.path()});
         watcher.setKnown(listPorts());
         QSignalSpy changes(&watcher, &PortWatcher::portsChanged);
         qputenv("VELMOR_PORTS_DIR", other.path().toUtf8());
         QVERIFY(listed(listPorts(), QStringLiteral("SIM3")));
         QVERIFY(!changes.wait(kWithinMs + 500));
+        // A sign in a watched folder: the watcher looks, and finds the line.
+        QVERIFY(QFile(devices.filePath(QStringLiteral("ttyUSB9"))).open(QIODevice::WriteOnly));
+        QTRY_VERIFY_WITH_TIMEOUT(!changes.isEmpty() && listed(changes.last().first().value<QList<PortEntry>>(), QStringLiteral("SIM3")),
+                                 kWithinMs);
     }
 
 private:

@@ -62,7 +62,7 @@ void ExchangeTest::aSecondStartIsRefusedWhileAReplyIsAwaited()
     QVERIFY(!secondStarted);
     QVERIFY(!secondRead);
     QCOMPARE(line.requests(), QList<QByteArray>{readInfoRequest(5).frame()});
-    QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(rig.dialogs.texts());
     VELMOR_VERIFY_SAME(informationDifference(rig.state.current(), line.memory(5)));
 }
 
@@ -74,7 +74,7 @@ void ExchangeTest::noiseBeforeTheReplyIsFoundAndAccepted()
     LinkRig rig;
     rig.select(line, 5);
     QVERIFY(rig.operations.readModuleInfo());
-    QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(rig.dialogs.texts());
     VELMOR_VERIFY_SAME(informationDifference(rig.state.current(), line.memory(5)));
 }
 
@@ -90,7 +90,7 @@ void ExchangeTest::tailOfAnEarlierReplyAheadDoesNotCompleteTheReplyEarly()
     rig.select(line, 5);
     QSignalSpy frames(&rig.operations.exchange(), &Exchange::frameReceived);
     QVERIFY(rig.operations.readModuleInfo());
-    QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(rig.dialogs.texts());
     QCOMPARE(frames.size(), 1);
     QCOMPARE(frames.first().first().toByteArray().size(), kFullFrameLength);
     VELMOR_VERIFY_SAME(informationDifference(rig.state.current(), line.memory(5)));
@@ -105,7 +105,7 @@ void ExchangeTest::wrongChecksumGivesReturnDataFail()
     rig.select(line, 5);
     QVERIFY(!rig.operations.readChannelGroup(0));
     QCOMPARE(rig.state.parseStatus, 3);
-    QCOMPARE(rig.dialogs.messages.size(), 1);
+    QVERIFY2(rig.dialogs.messages.size() == 1, qPrintable(saidAndExpected(rig.dialogs.texts(), {QStringLiteral("(one message)")})));
     QCOMPARE(rig.dialogs.messages.first(), qMakePair(QStringLiteral("Module Setup"), QStringLiteral("Return data fail.")));
     QVERIFY(rig.operations.exchange().replyFailed());
     QVERIFY(!rig.operations.exchange().replyOk());
@@ -122,7 +122,7 @@ void ExchangeTest::echoOfTheCommandItselfIsRefusedWithStatus4()
     rig.select(line, 5);
     QVERIFY(!rig.operations.readAdjustBlock(0));
     QCOMPARE(rig.state.parseStatus, 4);
-    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("Return data fail.")});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("Return data fail.")});
 }
 
 void ExchangeTest::rejectedReplyChangesNothingInTheTable()
@@ -149,7 +149,7 @@ void ExchangeTest::replyMissingItsLastByteWaitsForTheTimeOut()
     clock.start();
     QVERIFY(!rig.operations.readChannelGroup(1));
     QVERIFY(clock.elapsed() >= Exchange::kOverAtStart);
-    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
     QCOMPARE(rig.operations.exchange().failure(), Failure::NoReply);
     QVERIFY(rig.operations.exchange().replyOk() && rig.operations.exchange().replyFailed());
     QVERIFY(!rig.port.isOpen());
@@ -197,7 +197,7 @@ void ExchangeTest::lateReplyDoesNotCorruptTheNextExchange()
     for (size_t c : {0u, 1u, 2u, 3u, 12u, 13u, 14u, 15u})
         VELMOR_VERIFY_SAME(channelParameterDifference(record.channels[c], line.memory(5).channels[c]));
     QCOMPARE(record.moduleNumber, defaultModule().moduleNumber);  // the stale reply was not stored
-    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
 }
 
 void ExchangeTest::staleReplyAheadOfTheAnswerIsSkipped()
@@ -230,7 +230,7 @@ void ExchangeTest::moduleDroppingOffStopsTheChainAtThatStep()
     rig.select(line, 5);
     QVERIFY(!rig.operations.cmdFrame3Receive());
     QCOMPARE(line.requests().size(), 7);  // six answered, the seventh timed out
-    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
 }
 
 void ExchangeTest::vanishingPortEndsTheChainWithOneMessage()
@@ -255,7 +255,7 @@ void ExchangeTest::vanishingPortEndsTheChainWithOneMessage()
     const double cpu = processCpuSeconds() - cpuBefore;
     QCOMPARE(requests, 5);
     QCOMPARE(lost.count(), 1);
-    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
     QCOMPARE(rig.operations.exchange().failure(), Failure::NoReply);
     QVERIFY(!rig.port.isOpen());
     // A spinning loop would burn about as much CPU as time went by.
@@ -264,7 +264,7 @@ void ExchangeTest::vanishingPortEndsTheChainWithOneMessage()
     // The next request finds the port gone and says so once.
     rig.dialogs.messages.clear();
     QVERIFY(!rig.operations.readModuleInfo());
-    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("Open COM port fail.")});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("Open COM port fail.")});
 }
 
 void ExchangeTest::chineseMessagesFollowTheLanguageFlag()

@@ -63,7 +63,7 @@ void FlowsTest::readEverythingOfSixteenChannelsSendsFourAndEightPerChain()
     rig.state.current().channelCount = 4;  // the information read sets it
     QVERIFY(rig.operations.cmdFrame3Receive());
     QCOMPARE(selectors(line), (QList<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16}));
-    QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(rig.dialogs.texts());
 }
 
 void FlowsTest::readEverythingStoresWhatTheModuleHolds()
@@ -100,7 +100,7 @@ void FlowsTest::failedModuleInformationReadStopsTheWholeRead()
     const ModuleRecord before = rig.state.current();
     QVERIFY(!rig.operations.cmdFrame3Receive());
     QCOMPARE(line.requests().size(), 1);
-    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
     QCOMPARE(rig.operations.exchange().failure(), Failure::NoReply);
     QVERIFY(rig.operations.sequenceDone());
     QCOMPARE(rig.state.current(), before);
@@ -115,7 +115,7 @@ void FlowsTest::failedStepStopsTheChainAfterIt()
     rig.select(line, 2);
     QVERIFY(!rig.operations.cmdFrame3Receive());
     QCOMPARE(selectors(line), (QList<int>{0, 1, 2}));
-    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("Return data fail.")});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("Return data fail.")});
     QCOMPARE(rig.state.parseStatus, 3);
     // The first group was stored; nothing of the refused one was.
     VELMOR_VERIFY_SAME(channelParameterDifference(rig.state.current().channels[0], line.memory(2).channels[0]));
@@ -212,7 +212,7 @@ void FlowsTest::portThatWillNotOpenStopsWithErrorTitle()
     LinkRig rig;
     rig.state.current().portNumber = 99;  // not in the list
     QVERIFY(!rig.operations.cmdFrame1Receive());
-    QCOMPARE(rig.dialogs.messages.size(), 1);
+    QVERIFY2(rig.dialogs.messages.size() == 1, qPrintable(saidAndExpected(rig.dialogs.texts(), {QStringLiteral("(one message)")})));
     QCOMPARE(rig.dialogs.messages.first().first, QStringLiteral("Error"));
     QCOMPARE(rig.dialogs.messages.first().second, QStringLiteral("Open COM port fail."));
     QVERIFY(rig.operations.exchange().replyOk() && rig.operations.exchange().replyFailed());

@@ -10,6 +10,12 @@ QStringList RecordingDialogs::texts() const
     return out;
 }
 
+QString saidAndExpected(const QStringList& said, const QStringList& expected)
+{
+    const QString separator = QStringLiteral(" | ");
+    return QStringLiteral("said [%1], expected [%2]").arg(said.join(separator), expected.join(separator));
+}
+
 LinkRig::LinkRig()
 {
     state.reset();

@@ -8,6 +8,8 @@
 #include <QList>
 #include <QPair>
 #include <QString>
+#include <QStringList>
+#include <QTest>
 
 namespace velmor::testing {
 
@@ -52,4 +54,16 @@ struct LinkRig {
     Operations operations{state, port, dialogs};
 };
 
+// "said [a | b], expected [c]": both lists whole, for a failure message.
+QString saidAndExpected(const QStringList& said, const QStringList& expected);
+
 }  // namespace velmor::testing
+
+// Compares the texts a test's dialogs were told with the expected ones; a
+// failure prints both lists whole, not only their sizes.
+#define VELMOR_COMPARE_SAID(said, ...)                                                                       \
+    do {                                                                                                    \
+        const QStringList said_ = (said);                                                                   \
+        const QStringList expected_ = QStringList(__VA_ARGS__);                                             \
+        QVERIFY2(said_ == expected_, qPrintable(velmor::testing::saidAndExpected(said_, expected_)));      \
+    } while (false)

@@ -207,7 +207,7 @@ void RemoteLineTest::lineHeldByAnotherClientRefusesTheOpenWithTheServersWords()
     LinkRig other;
     line.select(other);
     QVERIFY(!other.operations.readModuleInfo());
-    QCOMPARE(other.dialogs.texts(), QStringList{QStringLiteral("Open COM port fail.")});
+    VELMOR_COMPARE_SAID(other.dialogs.texts(), QStringList{QStringLiteral("Open COM port fail.")});
     QCOMPARE(other.port.openFailureReason(), QStringLiteral("Port already in use"));
     QCOMPARE(line.sim().requests().size(), 1);
 }
@@ -264,7 +264,7 @@ void RemoteLineTest::serverStoppingDuringAWriteChainEndsItWithOneMessage()
     QVERIFY(!rig.operations.cmdFrame1Send());
     const qint64 elapsed = clock.elapsed();
     qInfo("the chain ended %lld ms after it began", elapsed);
-    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
     QCOMPARE(line.sim().requests().size(), kStopAt);
     QVERIFY2(elapsed < Exchange::kOverAtStart, qPrintable(QString::number(elapsed)));
     QTRY_VERIFY(!line.server().isRunning());

@@ -59,7 +59,7 @@ void SearchTest::twoPortsGiveThreeModulesInOrder()
     QCOMPARE(trimmedText(rig.state.table[2].modelName), QStringLiteral("TM-B8"));
     QCOMPARE(tabs.first().first().toInt(), 3);
     QCOMPARE(enabled.last().first().toBool(), true);
-    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("Found 3 modules.")});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("Found 3 modules.")});
     QCOMPARE(rig.state.currentModule, 0);
     QVERIFY(!rig.state.searching);
     QCOMPARE(rig.operations.exchange().overInterval(), Exchange::kOverAfterSearch);
@@ -93,7 +93,7 @@ void SearchTest::nothingFoundReportsAndDisablesOperations()
     SearchRig rig;
     QSignalSpy enabled(&rig.search, &ModuleSearch::operationsEnabled);
     QCOMPARE(rig.run(rig.listed()), 0);
-    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("No module to be found.")});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("No module to be found.")});
     QCOMPARE(enabled.first().first().toBool(), false);
     QCOMPARE(enabled.last().first().toBool(), false);
     QCOMPARE(empty.requests().size(), 17);
@@ -115,7 +115,7 @@ void SearchTest::silentAddressEndsAfterAQuarterSecondWithoutMessage()
     // Sixteen silent addresses, each given its quarter of a second.
     QVERIFY(clock.elapsed() >= 16 * Exchange::kOverDuringSearch);
     QCOMPARE(duringSearch, Exchange::kOverDuringSearch);
-    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("Found 1 modules.")});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("Found 1 modules.")});
 }
 
 void SearchTest::recordsAfterTheFoundOnesKeepWhatTheyHeld()
@@ -200,7 +200,7 @@ void SearchTest::lateReplyIsNotTakenForTheNextAddress()
     QCOMPARE(rig.run(rig.listed()), 1);
     QCOMPARE(rig.state.table[0].busAddress, 4);
     QCOMPARE(trimmedText(rig.state.table[0].modelName), QStringLiteral("TM-A4"));
-    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("Found 1 modules.")});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("Found 1 modules.")});
 }
 
 void SearchTest::timeOutIsTwoSecondsAfterASearch()
@@ -222,7 +222,7 @@ void SearchTest::noPortAtAllSaysSoAndChangesNothing()
     SearchRig rig;
     const ModuleTable before = rig.state.table;
     QCOMPARE(rig.run({}), 0);
-    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("No COM port in the computer.")});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("No COM port in the computer.")});
     QCOMPARE(rig.state.table, before);
 }
 

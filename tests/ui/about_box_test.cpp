@@ -149,7 +149,7 @@ void AboutBoxTest::textsFollowTheLanguage()
     checkCaptions(box);
     if (QTest::currentTestFailed())
         return;
-    QVERIFY(dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(dialogs.texts());
 }
 
 void AboutBoxTest::captionsFitAtTheSmallestSize()
@@ -177,7 +177,7 @@ void AboutBoxTest::okClosesTheBox()
     QTest::mouseClick(child<QPushButton>(box, "cmdOK"), Qt::LeftButton);
     QVERIFY(!box.isVisible());
     QCOMPARE(box.result(), int(QDialog::Accepted));
-    QVERIFY(dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(dialogs.texts());
 }
 
 void AboutBoxTest::systemInformationIsUnavailableHere_data()
@@ -203,7 +203,7 @@ void AboutBoxTest::systemInformationIsUnavailableHere()
     box.show();
     QVERIFY(QTest::qWaitForWindowExposed(&box));
     QTest::mouseClick(child<QPushButton>(box, "cmdSysInfo"), Qt::LeftButton);
-    QCOMPARE(dialogs.messages.size(), 1);
+    QVERIFY2(dialogs.messages.size() == 1, qPrintable(saidAndExpected(dialogs.texts(), {QStringLiteral("(one message)")})));
     QCOMPARE(dialogs.messages.first().first, title);
     QCOMPARE(dialogs.messages.first().second, text);
     QVERIFY(dialogs.questions.isEmpty());

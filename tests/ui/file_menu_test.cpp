@@ -73,7 +73,7 @@ void FileMenuTest::openTakesTheFileButThePortSelectedNow()
     QCOMPARE(ports->currentIndex(), ports->count() > 0 ? 0 : -1);
     QCOMPARE(storedImage(rig.window.state().current()), storedImage(expected));
     QCOMPARE(child<QComboBox>(rig.window, "cmbModuleIndex")->currentText(), QStringLiteral("7"));
-    QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(rig.dialogs.texts());
 }
 
 void FileMenuTest::openOfAFileThatCannotBeReadStillTakesThePort()
@@ -85,7 +85,7 @@ void FileMenuTest::openOfAFileThatCannotBeReadStillTakesThePort()
     rig.files.openAnswer = rig.folder.filePath(QStringLiteral("missing.cfg"));
     trigger(rig.window, "MnuFile_Open");
     // No message, the record as it was, but the port is the first listed.
-    QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(rig.dialogs.texts());
     auto* ports = child<QComboBox>(rig.window, "cmbComPort");
     QCOMPARE(int(rig.window.state().current().portNumber), ports->itemData(0).toInt());
     ModuleRecord expected = rig.window.state().current();
@@ -101,7 +101,7 @@ void FileMenuTest::cancelChangesNothing()
     trigger(rig.window, "MnuFile_SaveAs");
     QCOMPARE(storedImage(rig.window.state().current()), before);
     QVERIFY(QDir(rig.folder.path()).isEmpty());
-    QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(rig.dialogs.texts());
 }
 
 void FileMenuTest::saveAsWritesTheChosenFile()
@@ -130,7 +130,7 @@ void FileMenuTest::aFailedSaveOnExitIsToldAndTheWindowStillCloses()
     rig.window.setConfigPath(rig.folder.filePath(QStringLiteral("no/such/folder/TestConfig.cfg")));
     trigger(rig.window, "MnuFile_Exit");
     QVERIFY(!rig.window.isVisible());
-    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("Open configure file fail!")});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("Open configure file fail!")});
     QCOMPARE(rig.dialogs.messages.first().first, QStringLiteral("Module Setup"));
 }
 
@@ -157,7 +157,7 @@ void FileMenuTest::closeDuringAFlowWaitsForItThenSaves()
     // moment of the close), then the window saved what it had read so far.
     QVERIFY(line.requests().size() <= requestsAtClose + 1);
     QVERIFY(line.requests().size() < 17);
-    QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(rig.dialogs.texts());
     QCOMPARE(fileBytes(rig.window.configPath()), storedImage(rig.window.state().current()));
 }
 

@@ -131,7 +131,7 @@ void FrameLogPaneTest::aReadFillsThePaneWhileItRuns()
         }
     });
     QVERIFY(w.readEverything(34));
-    QVERIFY(w.rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(w.rig.dialogs.texts());
     // Rows came a few at a time while the read ran; at most the last half
     // second of it came after.
     QVERIFY2(announcedDuringTheRead >= 3, qPrintable(QString::number(announcedDuringTheRead)));
@@ -240,12 +240,12 @@ void FrameLogPaneTest::exportWritesWhatThePaneShows()
         QCOMPARE(record[4], QString());
         QCOMPARE(record[5], cell(w.window, row, FrameLogModel::Frame));
     }
-    QVERIFY(w.rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(w.rig.dialogs.texts());
 
     const QString unwritable = w.rig.folder.filePath(QStringLiteral("missing/frames.csv"));
     w.rig.files.saveAnswer = unwritable;
     QTest::mouseClick(exportButton, Qt::LeftButton);
-    QCOMPARE(w.rig.dialogs.messages.size(), 1);
+    QVERIFY2(w.rig.dialogs.messages.size() == 1, qPrintable(saidAndExpected(w.rig.dialogs.texts(), {QStringLiteral("(one message)")})));
     QCOMPARE(w.rig.dialogs.messages[0].first, QStringLiteral("Module Setup"));
     QVERIFY(w.rig.dialogs.messages[0].second.startsWith(QStringLiteral("Cannot write the frame log ") + unwritable + QStringLiteral(": ")));
 }

@@ -154,7 +154,7 @@ void GridEditingTest::aPromptAnswerThatIsNoNumberIsAnInputError()
     const ModuleRecord before = m.record();
     m.rig.dialogs.typedAnswers = {QStringLiteral("abc")};
     clickCell(m.grid("MSHGridOperate"), 1, kBalanceColumn);
-    QCOMPARE(m.rig.dialogs.texts(), QStringList{QStringLiteral("Input data error.")});
+    VELMOR_COMPARE_SAID(m.rig.dialogs.texts(), QStringList{QStringLiteral("Input data error.")});
     QCOMPARE(m.record(), before);
 }
 
@@ -251,11 +251,11 @@ void GridEditingTest::typingIntoAnUnknownCutoffIsNoInputError()
     QVERIFY(box->isVisible());
     QCOMPARE(box->text(), QStringLiteral("5"));
     QTest::keyClicks(box, "00");
-    QCOMPARE(m.rig.dialogs.texts(), QStringList());
+    VELMOR_COMPARE_SAID(m.rig.dialogs.texts());
     QCOMPARE(child<QRadioButton>(m.window(), "Option1[0]")->text(), QStringLiteral("500.00000"));
     QTest::mouseClick(child<QRadioButton>(m.window(), "Option1[0]"), Qt::LeftButton);
     QCOMPARE(m.channel(9).cutoff, 200);
-    QCOMPARE(m.rig.dialogs.texts(), QStringList());
+    VELMOR_COMPARE_SAID(m.rig.dialogs.texts());
 }
 
 // Ctrl+click adds no lone row to the selection: the grid shows one run of
@@ -319,7 +319,7 @@ void GridEditingTest::aZeroAdjustOf256WarnsAtOnceAndStaysShownUnstored()
     QVERIFY(box->geometry().width() < grid->visualRect(grid->model()->index(0, 1)).width());
     box->selectAll();
     QTest::keyClicks(box, "25x6");
-    QCOMPARE(m.rig.dialogs.texts(), QStringList{QStringLiteral("Input data error.")});
+    VELMOR_COMPARE_SAID(m.rig.dialogs.texts(), QStringList{QStringLiteral("Input data error.")});
     QCOMPARE(box->selectedText(), QStringLiteral("256"));
     QTest::keyClick(box, Qt::Key_Return);
     QCOMPARE(m.channel(0).zeroAdjustTable[0], before);
@@ -370,7 +370,7 @@ void GridEditingTest::sendWritesWhatTheGridsShow()
     chooseItem(child<QComboBox>(m.window(), "cmbGain"), 1);
     const QString shown = sentLabel(m.window(), 0);
     QTest::mouseClick(child<QPushButton>(m.window(), "cmdSend[0]"), Qt::LeftButton);
-    QVERIFY(m.rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(m.rig.dialogs.texts());
     QCOMPARE(int(m.line.memory(1).channels[0].gain), 3);
     QCOMPARE(int(m.line.memory(1).channels[1].excitation), 1);
     QCOMPARE(cellText(grid, 2, kExcitationColumn), QStringLiteral("5.0V"));

@@ -68,7 +68,7 @@ void MainWindowTest::searchOfTwoLinesGivesOneTabPerModuleInOrder()
     SimLine second({{1, 3}}, Pacing::Fast, QStringLiteral("SIM2"));
     WindowRig rig(kEnglish);
     frmMain& window = rig.window;
-    QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(rig.dialogs.texts());
 
     QTest::mouseClick(child<QPushButton>(window, "cmdSearch"), Qt::LeftButton);
     auto* tabs = child<QTabBar>(window, "TabStripCom");
@@ -126,7 +126,7 @@ void MainWindowTest::theWindowIsLockedWhileTheSearchRuns()
     QVERIFY(search->isEnabled());
     QVERIFY(action(window, "MnuOperate_Search")->isEnabled());
     // A click on the locked button started nothing: one search, one report.
-    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("Found 1 modules.")});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("Found 1 modules.")});
 }
 
 void MainWindowTest::aModuleTabMakesItsModuleCurrent()
@@ -216,7 +216,7 @@ void MainWindowTest::theFirstPortIsTheCurrentModulesAtStart()
     QCOMPARE(ports->currentText(), QStringLiteral("SIM1"));
     QCOMPARE(int(rig.window.state().current().portNumber), ports->currentData().toInt());
     QTest::mouseClick(child<QPushButton>(rig.window, "cmdModuleInfoReceive"), Qt::LeftButton);
-    QCOMPARE(rig.dialogs.texts(), QStringList());
+    VELMOR_COMPARE_SAID(rig.dialogs.texts());
     QCOMPARE(rig.window.state().current().moduleNumber, line.memory(0).moduleNumber);
 }
 

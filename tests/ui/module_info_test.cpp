@@ -140,7 +140,7 @@ void ModuleInfoTest::numberBoxesTakeDigitsOnlyAndStoreAtOnce()
     version->insert(QStringLiteral("7.5V"));
     emit version->textEdited(version->text());
     QCOMPARE(rig.window.state().current().version, quint8(8));
-    QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(rig.dialogs.texts());
 }
 
 void ModuleInfoTest::numbersOutOfRangeAreToldAndNotStored()
@@ -149,18 +149,18 @@ void ModuleInfoTest::numbersOutOfRangeAreToldAndNotStored()
     QLineEdit* number = box(rig.window, "txtModuleNumber");
     QTest::keyClicks(number, "65535");
     QCOMPARE(rig.window.state().current().moduleNumber, 65535);
-    QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(rig.dialogs.texts());
     QTest::keyClicks(number, "0");
     QCOMPARE(number->text(), QStringLiteral("655350"));
     QCOMPARE(rig.window.state().current().moduleNumber, 65535);
-    QCOMPARE(rig.dialogs.texts(), QStringList{QStringLiteral("Input data error.")});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("Input data error.")});
     QCOMPARE(rig.dialogs.messages.first().first, QStringLiteral("Module Setup"));
 
     WindowRig chinese(kChinese);
     QLineEdit* version = box(chinese.window, "txtVer");
     QTest::keyClicks(version, "256");
     QCOMPARE(chinese.window.state().current().version, quint8(25));
-    QCOMPARE(chinese.dialogs.texts(), QStringList{QStringLiteral("输入数据错误")});
+    VELMOR_COMPARE_SAID(chinese.dialogs.texts(), QStringList{QStringLiteral("输入数据错误")});
     QCOMPARE(chinese.dialogs.messages.first().first, QStringLiteral("模块参数设置"));
 }
 

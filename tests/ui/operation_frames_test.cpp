@@ -137,7 +137,7 @@ void OperationFramesTest::writeChainsSendOneRequestPerGroupAndTwoPerPair()
     sent = writes(line);
     QCOMPARE(sent.adjust, groups);
     QCOMPARE(sent.channels + sent.calibration, 0);
-    QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(rig.dialogs.texts());
 }
 
 void OperationFramesTest::aGroupButtonShowsTheFrameItSends()
@@ -176,7 +176,7 @@ void OperationFramesTest::aGroupButtonShowsTheFrameItSends()
     QCOMPARE(child<QTabBar>(window, QStringLiteral("TabStripNoOperate"))->currentIndex(), 3);
     QCOMPARE(child<QLabel>(window, QStringLiteral("lblModuleNoOperateString[3]"))->text(),
              frameToText(writeAdjustBlockRequest(window.state().current(), 3).frame()));
-    QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(rig.dialogs.texts());
 }
 
 void OperationFramesTest::tabStrip1ShowsOneFrameAtATime()
@@ -224,7 +224,7 @@ void OperationFramesTest::everyCommandIsLockedUntilTheExchangeEnds()
     QVERIFY(!anyEnabled.contains(true));
     for (QWidget* control : commandControls(window))
         QVERIFY2(control->isEnabled(), qPrintable(control->objectName()));
-    QCOMPARE(rig.dialogs.texts(), message.isEmpty() ? QStringList() : QStringList{message});
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), message.isEmpty() ? QStringList() : QStringList{message});
 }
 
 void OperationFramesTest::anEmptySearchTurnsTheFramesOff()
@@ -263,7 +263,7 @@ void OperationFramesTest::aFailedOpenIsToldAndLeavesTheFramesAsTheOriginalDid()
     // A port number that no listed port has.
     rig.window.state().current().portNumber = 99;
     QTest::mouseClick(child<QPushButton>(rig.window, command), Qt::LeftButton);
-    QCOMPARE(rig.dialogs.messages.size(), 1);
+    QVERIFY2(rig.dialogs.messages.size() == 1, qPrintable(saidAndExpected(rig.dialogs.texts(), {QStringLiteral("(one message)")})));
     QCOMPARE(rig.dialogs.messages.first().first, title);
     QCOMPARE(rig.dialogs.messages.first().second, text);
     QVERIFY(child<QWidget>(rig.window, "Frame1")->isEnabled());

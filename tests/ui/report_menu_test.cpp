@@ -108,7 +108,7 @@ void ReportMenuTest::reportShowsWhatTheWindowShows()
     WindowRig rig(languageMode);
     openModule(rig, model);
     exportReport(rig, QStringLiteral("report.html"));
-    QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(rig.dialogs.texts());
     const QString html = QString::fromUtf8(fileBytes(rig.files.saveAnswer));
     QVERIFY(html.startsWith(QStringLiteral("<!DOCTYPE html>")));
     const QList<Table> tables = tablesIn(html);
@@ -147,7 +147,7 @@ void ReportMenuTest::pdfOfASixteenChannelModuleHasAtMostThreePages()
     openModule(rig, kTmC16);
     QCOMPARE(int(rig.window.state().current().channelCount), 16);
     exportReport(rig, QStringLiteral("report.PDF"));
-    QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(rig.dialogs.texts());
     const QByteArray pdf = fileBytes(rig.files.saveAnswer);
     QVERIFY(pdf.startsWith("%PDF-"));
     const int pages = pageObjectsIn(pdf);
@@ -160,7 +160,7 @@ void ReportMenuTest::cancelWritesNothing()
     rig.dialogs.messages.clear();
     rig.files.saveAnswer.clear();
     child<QAction>(rig.window, "MnuFile_ExportReport")->trigger();
-    QVERIFY(rig.dialogs.messages.isEmpty());
+    VELMOR_COMPARE_SAID(rig.dialogs.texts());
     QCOMPARE(QDir(rig.folder.path()).entryList(QDir::Files | QDir::NoDotAndDotDot), QStringList{});
 }
 
@@ -168,7 +168,7 @@ void ReportMenuTest::aNameWithoutPdfOrHtmlIsTold()
 {
     WindowRig rig(kChinese);
     exportReport(rig, QStringLiteral("report.txt"));
-    QCOMPARE(rig.dialogs.messages.size(), 1);
+    QVERIFY2(rig.dialogs.messages.size() == 1, qPrintable(saidAndExpected(rig.dialogs.texts(), {QStringLiteral("(one message)")})));
     QCOMPARE(rig.dialogs.messages.first().first, pick(msg::kTitle, Language::Chinese));
     QCOMPARE(rig.dialogs.messages.first().second,
              pick(report_text::kNeedsSuffix, Language::Chinese).arg(rig.files.saveAnswer));
@@ -179,7 +179,7 @@ void ReportMenuTest::aFileThatCannotBeWrittenIsTold()
 {
     WindowRig rig(kEnglish);
     exportReport(rig, QStringLiteral("no-such-folder/report.pdf"));
-    QCOMPARE(rig.dialogs.messages.size(), 1);
+    QVERIFY2(rig.dialogs.messages.size() == 1, qPrintable(saidAndExpected(rig.dialogs.texts(), {QStringLiteral("(one message)")})));
     QCOMPARE(rig.dialogs.messages.first().first, QStringLiteral("Module Setup"));
     const QString text = rig.dialogs.messages.first().second;
     const QString start = QStringLiteral("Cannot write the report %1: ").arg(rig.files.saveAnswer);

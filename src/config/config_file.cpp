@@ -1,50 +1,69 @@
 #include "config_file.h"
 
 #include "config_image.h"
+#include "image_layout.h"
+#include "model/messages.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace velmor {
+namespace {
 
-bool isRegularFileOrAbsent(const QString& path)
+void tell(QString* reason, const QString& why)
 {
-    const QFileInfo info(path);  // a link is judged by what it leads to
-    return info.isFile() || (!info.exists() && !info.isSymLink());
+    if (reason)
+        *reason = why;
 }
 
-bool saveConfigFile(const QString& path, const ModuleRecord& record)
+}  // namespace
+
+bool saveConfigFile(const QString& path, const ModuleRecord& record, QString* reason)
 {
-    if (!isRegularFileOrAbsent(path))
+    if (!isRegularFileOrAbsent(path)) {
+        tell(reason, QString());
         return false;
-    QSaveFile file(path);
-    // Unbuffered: a short write (disk full) then shows in write()'s count,
-    // whereas Qt 6.4's buffered flush drops the rest silently and commits.
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-        return false;
-    const QByteArray stored = configImage(record).first(kStoredBytes);
-    return file.write(stored) == stored.size() && file.commit();
+    }
+    const QString failure = writeWholeFile(path, configImage(record).first(kStoredBytes));
+    tell(reason, failure);
+    return failure.isEmpty();
 }
 
-std::optional<QByteArray> readConfigBytes(const QString& path)
+std::optional<QByteArray> readConfigBytes(const QString& path, QString* reason)
 {
-    if (!QFileInfo(path).isFile())
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile()) {
+        tell(reason, QString());
         return std::nullopt;
+    }
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly)) {
+        tell(reason, file.errorString());
         return std::nullopt;
+    }
     const QByteArray bytes = file.read(kStoredBytes + 1);
-    if (file.error() != QFileDevice::NoError)
+    if (file.error() != QFileDevice::NoError) {
+        tell(reason, file.errorString());
         return std::nullopt;
+    }
     return bytes;
 }
 
-bool loadConfigFile(const QString& path, ModuleRecord& record)
+QString shortFileNotice(const QString& path, qsizetype size, Language language)
 {
-    const std::optional<QByteArray> bytes = readConfigBytes(path);
+    if (size >= kStoredBytes)
+        return QString();
+    return msg::shortFile(path, size, kStoredBytes, firstChannelNotWhollyRead(size), size >= moduleImage::kChannels,
+                          language);
+}
+
+bool loadConfigFile(const QString& path, ModuleRecord& record, QString* reason, qsizetype* size)
+{
+    const std::optional<QByteArray> bytes = readConfigBytes(path, reason);
     if (!bytes)
         return false;
+    if (size)
+        *size = bytes->size();
     applyImage(bytes->first(std::min<qsizetype>(bytes->size(), kStoredBytes)), record);
     return true;
 }

@@ -2,6 +2,8 @@
 
 #include "model/module_table.h"
 
+#include <algorithm>
+
 // Where each field of a module record sits in its configuration image. Numbers
 // are little-endian, texts one byte per character; every field is naturally
 // aligned, and the only gaps are the module part's two padding places.
@@ -56,5 +58,17 @@ static_assert(moduleImage::kChannels + moduleImage::kChannelBytes * kChannelSlot
 
 // Start of channel slot c in the image.
 constexpr int channelImageStart(int c) { return moduleImage::kChannels + moduleImage::kChannelBytes * c; }
+
+// A file shorter than kStoredBytes replaces only the start of a record: the
+// first channel (1-based) that is not wholly read from a file of `size`
+// bytes, 17 when every stored byte was read. The module part is read wholly
+// from kChannels bytes on.
+constexpr int firstChannelNotWhollyRead(qsizetype size)
+{
+    for (int c = 0; c < kWiredChannels; ++c)
+        if (size < std::min<qsizetype>(channelImageStart(c + 1), kStoredBytes))
+            return c + 1;
+    return kWiredChannels + 1;
+}
 
 }  // namespace velmor

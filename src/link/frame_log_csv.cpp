@@ -1,9 +1,9 @@
 #include "frame_log_csv.h"
 
+#include "files/whole_file.h"
 #include "protocol/frame_text.h"
 
 #include <QDateTime>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <cstdlib>
@@ -73,11 +73,13 @@ QString csvRecord(const FrameRow& row)
 bool CsvLogFile::open(const QString& path, QString* error)
 {
     file_.setFileName(path);
-    if (!file_.open(QIODevice::WriteOnly | QIODevice::Append)) {
+    // Unbuffered: a record that a full disk cuts short shows in write()'s count.
+    if (!file_.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
         *error = file_.errorString();
         return false;
     }
-    if (file_.size() == 0 && (file_.write(headerLine()) < 0 || !file_.flush())) {
+    const QByteArray header = headerLine();
+    if (file_.size() == 0 && (file_.write(header) != header.size() || !file_.flush())) {
         *error = file_.errorString();
         file_.close();
         return false;
@@ -85,24 +87,25 @@ bool CsvLogFile::open(const QString& path, QString* error)
     return true;
 }
 
-void CsvLogFile::append(const FrameRow& row)
+bool CsvLogFile::append(const FrameRow& row, QString* error)
 {
-    file_.write(csvRecord(row).toUtf8());
-    file_.flush();
+    const QByteArray record = csvRecord(row).toUtf8();
+    const qint64 before = file_.size();
+    if (file_.write(record) == record.size() && file_.flush())
+        return true;
+    *error = file_.errorString();
+    // No half record is left for a reader to stumble over.
+    file_.resize(before);
+    return false;
 }
 
 bool writeCsv(const QString& path, const QList<FrameRow>& rows, QString* error)
 {
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(headerLine());
-        for (const FrameRow& row : rows)
-            file.write(csvRecord(row).toUtf8());
-        if (file.commit())
-            return true;
-    }
-    *error = file.errorString();
-    return false;
+    QByteArray bytes = headerLine();
+    for (const FrameRow& row : rows)
+        bytes += csvRecord(row).toUtf8();
+    *error = writeWholeFile(path, bytes);
+    return error->isEmpty();
 }
 
 }  // namespace velmor

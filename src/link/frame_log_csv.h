@@ -41,7 +41,8 @@ public:
     // Opens `path` for appending, creating it, and writes the header when the
     // file is new or empty. False with the system's reason otherwise.
     bool open(const QString& path, QString* error);
-    void append(const FrameRow& row);
+    // False, with the system's reason, when the record was not written whole.
+    bool append(const FrameRow& row, QString* error);
 
 private:
     QFile file_;

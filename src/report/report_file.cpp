@@ -2,8 +2,9 @@
 
 #include "report_pdf.h"
 
+#include "files/whole_file.h"
+
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace velmor {
 
@@ -21,13 +22,7 @@ QString writeReportFile(const QString& path, ReportFormat format, const QString&
 {
     // Laid out before the file is opened: a failed open then costs nothing
     // more, and a failed layout leaves no half file.
-    const QByteArray bytes = format == ReportFormat::Pdf ? renderReportPdf(html, language).bytes : html.toUtf8();
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
-    if (file.write(bytes) != bytes.size() || !file.commit())
-        return file.errorString();
-    return QString();
+    return writeWholeFile(path, format == ReportFormat::Pdf ? renderReportPdf(html, language).bytes : html.toUtf8());
 }
 
 }  // namespace velmor

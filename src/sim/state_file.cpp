@@ -1,5 +1,6 @@
 #include "state_file.h"
 
+#include "files/whole_file.h"
 #include "model/record_json.h"
 
 #include <QFile>
@@ -7,7 +8,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 
 namespace velmor::sim {
 namespace {
@@ -59,15 +59,9 @@ bool saveState(const QString& path, const QList<ModuleRecord>& modules, QString*
     QJsonArray array;
     for (const ModuleRecord& record : modules)
         array.append(recordToJson(record));
-    const QByteArray bytes = QJsonDocument(QJsonObject{{kModulesKey, array}}).toJson();
-    QSaveFile file(path);
-    // Unbuffered, so that a short write (a full disk) shows in write()'s count
-    // and the old file stays; a buffered one may commit a truncated state.
-    const bool saved = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size()
-                    && file.commit();
-    if (!saved)
-        return fail(error, QStringLiteral("cannot write the state %1 (%2); the previous state is kept")
-                               .arg(path, file.errorString()));
+    const QString failure = writeWholeFile(path, QJsonDocument(QJsonObject{{kModulesKey, array}}).toJson());
+    if (!failure.isEmpty())
+        return fail(error, QStringLiteral("cannot write the state %1 (%2); the previous state is kept").arg(path, failure));
     return true;
 }
 

@@ -52,7 +52,7 @@ void appendRun(const QString& path, const QList<FrameRow>& rows)
     QString error;
     QVERIFY2(log.open(path, &error), qPrintable(error));
     for (const FrameRow& row : rows)
-        log.append(row);
+        QVERIFY2(log.append(row, &error), qPrintable(error));
 }
 
 }  // namespace

@@ -54,6 +54,7 @@ const char* endName(Failure f)
     case Failure::BadReply: return "refused";
     case Failure::NoReply: return "timed out";
     case Failure::PortNotOpened: return "port not opened";
+    case Failure::LineBusy: return "line busy";
     }
     return "?";
 }

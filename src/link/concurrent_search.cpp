@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include <atomic>
+#include <optional>
 #include <memory>
 
 namespace velmor {
@@ -24,14 +25,16 @@ struct Said {
     QString title;  // or, for a port not opened, the system's reason
     QString text;
     OpenFailure failure = OpenFailure::None;
+    std::optional<LineHolder> busy;  // the port's line was held by another program
 };
 
 // A line's messages, split where its search ends and its reads begin.
 class HeldDialogs : public OperatorDialogs {
 public:
-    void showMessage(const QString& title, const QString& text) override { now().append({false, title, text, {}}); }
+    void showMessage(const QString& title, const QString& text) override { now().append({false, title, text, {}, {}}); }
     bool confirm(const QString&, const QString&) override { return false; }  // a search asks nothing
-    void portNotOpened(const ComPort& port) { now().append({true, port.openFailureReason(), {}, port.openFailure()}); }
+    void portNotOpened(const ComPort& port) { now().append({true, port.openFailureReason(), {}, port.openFailure(), {}}); }
+    void lineBusy(const LineHolder& holder) { now().append({true, {}, {}, OpenFailure::None, holder}); }
     void readsBegin() { reading = true; }
 
     QList<Said> search;
@@ -103,6 +106,8 @@ void ConcurrentSearch::runLines(QList<Line>& lines)
             Operations operations(line.state, port, line.said);
             ModuleSearch search(operations, line.said);
             connect(&search, &ModuleSearch::portNotOpened, [&line, &port] { line.said.portNotOpened(port); });
+            connect(&search, &ModuleSearch::lineBusy,
+                    [&line](const PortEntry&, const LineHolder& holder) { line.said.lineBusy(holder); });
             connect(&search, &ModuleSearch::modulesFound, [&line] { line.said.readsBegin(); });
             // Queued to this object's thread, like the counts below.
             connect(&operations.exchange(), &Exchange::frameLogged, this, &ConcurrentSearch::frameLogged);
@@ -148,7 +153,9 @@ void ConcurrentSearch::merge(const QList<Line>& lines)
     const Language language = languageOf(state.languageMode);
     const auto sayAgain = [this](const Line& line, const QList<Said>& said) {
         for (const Said& s : said) {
-            if (s.portNotOpened)
+            if (s.busy)
+                emit lineBusy(line.port, *s.busy);
+            else if (s.portNotOpened)
                 emit portNotOpened(line.port, s.failure, s.title);
             else
                 dialogs_.showMessage(s.title, s.text);

@@ -33,6 +33,9 @@ signals:
     // A line would not open; its message has just been shown. `failure` and
     // `reason` say why, as that line's port gave them.
     void portNotOpened(const velmor::PortEntry& port, velmor::OpenFailure failure, const QString& reason);
+    // Another program held a line all the while it was waited for; its
+    // message has just been shown.
+    void lineBusy(const velmor::PortEntry& port, const velmor::LineHolder& holder);
     // A row of any line's exchange, passed on in this object's thread as the
     // lines log them: one line's rows in their order, the lines' interleaved.
     void frameLogged(const velmor::FrameRow& row);

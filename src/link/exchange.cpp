@@ -54,9 +54,9 @@ void Exchange::wait()
     loop.exec();
 }
 
-void Exchange::abandon()
+void Exchange::abandon(Failure why)
 {
-    finish(true, true, Failure::PortNotOpened);
+    finish(true, true, why);
 }
 
 void Exchange::tmrNewData_Timer()

@@ -12,8 +12,9 @@
 
 namespace velmor {
 
-// How the last exchange ended.
-enum class Failure { None, PortNotOpened, NoReply, BadReply };
+// How the last exchange ended. LineBusy: another program held the line all
+// the while it was waited for, so the port was never opened.
+enum class Failure { None, PortNotOpened, LineBusy, NoReply, BadReply };
 
 // The exchange in flight: one request written, its reply awaited, checked and
 // stored into the current module's record.
@@ -37,8 +38,9 @@ public:
     // Returns once the exchange has ended, one way or another. The wait blocks
     // in the event loop, so it costs no CPU.
     void wait();
-    // Marks the exchange as ended and failed without a reply (port not opened).
-    void abandon();
+    // Marks the exchange as ended and failed without a reply: the port did
+    // not open, or the line was busy.
+    void abandon(Failure why = Failure::PortNotOpened);
 
     bool replyOk() const { return replyOk_; }
     Failure failure() const { return failure_; }

@@ -61,6 +61,14 @@ bool ModuleSearch::searchPort(const PortEntry& port, int p)
     SetupState& state = operations_.state();
     Exchange& exchange = operations_.exchange();
     const Language language = languageOf(state.languageMode);
+    // The line is held while its addresses are asked.
+    const Operations::LineHold line(operations_, &port, LineActivity::Searching);
+    if (!line.held()) {
+        dialogs_.showMessage(pick(msg::kTitle, language), msg::openPortFail(port.name, language));
+        emit lineBusy(port, operations_.busyHolder());
+        emit progress((p + 1) * kAddresses);
+        return true;
+    }
     for (int a = 0; a < kAddresses; ++a) {
         if (operations_.abandoned())
             return false;

@@ -35,6 +35,9 @@ signals:
     void operationsEnabled(bool enabled);
     // A port would not open; its message has just been shown.
     void portNotOpened(const velmor::PortEntry& port);
+    // Another program held a port's line all the while it was waited for;
+    // its message ("Open COM n fail.") has just been shown.
+    void lineBusy(const velmor::PortEntry& port, const velmor::LineHolder& holder);
 
 private:
     bool searchPort(const PortEntry& port, int p);

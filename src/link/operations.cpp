@@ -8,8 +8,104 @@
 namespace velmor {
 
 Operations::Operations(SetupState& state, ComPort& port, OperatorDialogs& dialogs, QObject* parent)
-    : QObject(parent), state_(state), dialogs_(dialogs), exchange_(state, port, dialogs, this)
+    : QObject(parent), state_(state), port_(port), dialogs_(dialogs), exchange_(state, port, dialogs, this)
 {
+}
+
+Operations::LineHold::LineHold(Operations& operations, const PortEntry* port, LineActivity activity)
+    : operations_(operations), device_(port ? port->device : QString())
+{
+    // A port that is not listed does not open either: there is nothing to hold.
+    if (!port)
+        return;
+    Held& line = operations_.held_[device_];
+    // Found busy by an outer hold: the requests inside it do not wait again.
+    if (line.busy) {
+        held_ = false;
+        return;
+    }
+    if (line.depth == 0) {
+        auto lock = std::make_unique<LineLock>(device_);
+        if (!lock->take(activity)) {
+            held_ = false;
+            line.busy = true;
+            refusedHere_ = true;
+            operations_.busyHolder_ = lock->holder();
+            return;
+        }
+        line.lock = std::move(lock);
+    }
+    ++line.depth;
+}
+
+Operations::LineHold::~LineHold()
+{
+    const auto line = operations_.held_.find(device_);
+    if (line == operations_.held_.end())
+        return;
+    if (refusedHere_ || (held_ && --line->second.depth == 0))
+        operations_.held_.erase(line);
+}
+
+Operations::LineHold Operations::holdLine(LineActivity activity)
+{
+    return LineHold(*this, currentPort(), activity);
+}
+
+QString Operations::lineBusyText(const QString& portName, const LineHolder& holder, Language language)
+{
+    return pick(msg::kLineBusy, language)
+        .arg(portName, holder.program, QString::number(holder.pid),
+             pick(msg::kLineActivities[static_cast<int>(holder.activity)], language));
+}
+
+const PortEntry* Operations::currentPort() const { return findPort(port_.ports(), state_.current().portNumber); }
+
+namespace {
+
+// "group 2", "groups 1-4": the requests first to last (1-based) of one family.
+QString run(const Text& one, const Text& several, int first, int last, Language language)
+{
+    if (first == last)
+        return pick(one, language).arg(first);
+    return pick(several, language).arg(first).arg(last);
+}
+
+}  // namespace
+
+QString writeProgressText(const WriteProgress& p, Language language)
+{
+    // Each side: its names, and whether it is one request alone ("was").
+    struct Side {
+        QStringList names;
+        int requests = 0;
+    } written, notWritten;
+    // A family wholly on one side is named by `whole` where it has a name of
+    // its own ("the coefficients"), else by its run.
+    const auto split = [&](int total, int done, const Text& one, const Text& several, const Text* whole) {
+        const auto add = [&](Side& side, int first, int last) {
+            const bool all = whole && first == 1 && last == total;
+            side.names << (all ? pick(*whole, language) : run(one, several, first, last, language));
+            side.requests += all ? total + 1 : last - first + 1;  // "the coefficients" are plural however many
+        };
+        if (done > 0)
+            add(written, 1, done);
+        if (done < total)
+            add(notWritten, done + 1, total);
+    };
+    split(p.groups, p.groupsDone, msg::kWrittenGroup, msg::kWrittenGroups, nullptr);
+    split(p.adjusts, p.adjustsDone, msg::kWrittenAdjust, msg::kWrittenAdjusts, nullptr);
+    split(p.pairs, p.pairsDone, msg::kWrittenPair, msg::kWrittenPairs, &msg::kWrittenCoefficients);
+    const QString separator = pick(msg::kListAnd, language);
+    const auto said = [&](const Side& side, const Text& was, const Text& were) {
+        return pick(side.requests == 1 ? was : were, language).arg(side.names.join(separator));
+    };
+    QStringList sentence;
+    if (!written.names.isEmpty())
+        sentence << said(written, msg::kWasWritten, msg::kWereWritten);
+    if (!notWritten.names.isEmpty())
+        sentence << said(notWritten, msg::kWasNot, msg::kWereNot);
+    return sentence.join(pick(msg::kProgressJoin, language)) + pick(msg::kSentenceEnd, language);
 }
 
 int Operations::groupCount(int channelCount)
@@ -29,6 +125,33 @@ void Operations::abandonAfterExchange()
         settling_->quit();
 }
 
+namespace {
+
+LineActivity activityOf(const Request& request)
+{
+    switch (request.command) {
+    case kCmdBeckon: return LineActivity::Beckoning;
+    case kCmdWrite: return LineActivity::Writing;
+    case kCmdBalance: return LineActivity::Balancing;
+    default: return LineActivity::Reading;
+    }
+}
+
+}  // namespace
+
+bool Operations::notSent(const Request& request, Panel panel, Failure why)
+{
+    const Language language = languageOf(state_.languageMode);
+    const Text& title = request.command == kCmdBalance ? msg::kBalanceOpenFailTitle : msg::kOpenFailTitle;
+    dialogs_.showMessage(pick(title, language), pick(msg::kOpenComPortFail, language));
+    if (why == Failure::LineBusy)
+        emit lineBusy(*currentPort(), busyHolder_);
+    exchange_.abandon(why);
+    emit commandsEnabled(true);
+    emit requestEnded(panel, false);
+    return false;
+}
+
 bool Operations::single(const Request& request, Panel panel, int group)
 {
     // A second start while a reply is awaited is refused without a word: the
@@ -37,15 +160,11 @@ bool Operations::single(const Request& request, Panel panel, int group)
         return false;
     emit commandsEnabled(false);
     emit requestStarted(request, panel, group);
-    if (!exchange_.start(request, state_.current().portNumber)) {
-        const Language language = languageOf(state_.languageMode);
-        const Text& title = request.command == kCmdBalance ? msg::kBalanceOpenFailTitle : msg::kOpenFailTitle;
-        dialogs_.showMessage(pick(title, language), pick(msg::kOpenComPortFail, language));
-        exchange_.abandon();
-        emit commandsEnabled(true);
-        emit requestEnded(panel, false);
-        return false;
-    }
+    const LineHold line = holdLine(activityOf(request));
+    if (!line.held())
+        return notSent(request, panel, Failure::LineBusy);
+    if (!exchange_.start(request, state_.current().portNumber))
+        return notSent(request, panel, Failure::PortNotOpened);
     exchange_.wait();
     emit commandsEnabled(true);
     emit requestEnded(panel, true);
@@ -121,6 +240,34 @@ bool Operations::chain(Family family)
     for (int i = 0; i < (pairs ? pairCount(state_.current().channelCount) : groupCount(state_.current().channelCount)); ++i) {
         if (!step(family, i))
             return stop();
+        if (family == Family::WriteChannels)
+            ++writing_.groupsDone;
+        else if (family == Family::WriteAdjust)
+            ++writing_.adjustsDone;
+        else if (family == Family::WriteCalibration)
+            ++writing_.pairsDone;
+    }
+    return true;
+}
+
+bool Operations::writeChain(std::initializer_list<Family> families)
+{
+    const int channels = state_.current().channelCount;
+    writing_ = {};
+    for (Family family : families) {
+        if (family == Family::WriteChannels)
+            writing_.groups = groupCount(channels);
+        else if (family == Family::WriteAdjust)
+            writing_.adjusts = groupCount(channels);
+        else if (family == Family::WriteCalibration)
+            writing_.pairs = pairCount(channels);
+    }
+    for (Family family : families) {
+        if (!chain(family)) {
+            if (writing_.groupsDone + writing_.adjustsDone + writing_.pairsDone > 0)
+                emit writeStoppedPartway(writing_);
+            return false;
+        }
     }
     return true;
 }
@@ -132,9 +279,11 @@ bool Operations::stop()
 }
 
 template <typename Body>
-bool Operations::sequence(Body body)
+bool Operations::sequence(LineActivity activity, Body body)
 {
     sequenceDone_ = false;
+    // A busy line is told by the chain's first request, which finds it so.
+    const LineHold line = holdLine(activity);
     const bool ok = body();
     sequenceDone_ = true;
     return ok;
@@ -142,7 +291,7 @@ bool Operations::sequence(Body body)
 
 bool Operations::cmdFrame1Receive()
 {
-    return sequence([this] {
+    return sequence(LineActivity::Reading, [this] {
         const bool ok = chain(Family::ReadChannels);
         emit moduleRefreshed();
         return ok;
@@ -151,8 +300,8 @@ bool Operations::cmdFrame1Receive()
 
 bool Operations::cmdFrame1Send()
 {
-    return sequence([this] {
-        const bool ok = chain(Family::WriteChannels) && chain(Family::WriteAdjust) && chain(Family::WriteCalibration);
+    return sequence(LineActivity::Writing, [this] {
+        const bool ok = writeChain({Family::WriteChannels, Family::WriteAdjust, Family::WriteCalibration});
         emit moduleRefreshed();
         return ok;
     });
@@ -160,17 +309,17 @@ bool Operations::cmdFrame1Send()
 
 bool Operations::cmdFrame2Receive()
 {
-    return sequence([this] { return chain(Family::ReadAdjust); });
+    return sequence(LineActivity::Reading, [this] { return chain(Family::ReadAdjust); });
 }
 
 bool Operations::cmdFrame2Send()
 {
-    return sequence([this] { return chain(Family::WriteAdjust); });
+    return sequence(LineActivity::Writing, [this] { return writeChain({Family::WriteAdjust}); });
 }
 
 bool Operations::cmdFrame3Receive()
 {
-    return sequence([this] {
+    return sequence(LineActivity::Reading, [this] {
         if (!readModuleInfo())
             return stop();
         const bool ok = chain(Family::ReadChannels) && chain(Family::ReadAdjust) && chain(Family::ReadCalibration);
@@ -190,7 +339,9 @@ bool Operations::cmdFrame3Send()
 
 bool Operations::cmdBalance()
 {
-    const bool balanced = sequence([this] {
+    // The line is held from the balance to the end of the read after it.
+    const LineHold line = holdLine(LineActivity::Balancing);
+    const bool balanced = sequence(LineActivity::Balancing, [this] {
         const Request request = balanceRequest(state_.current(), state_.channelMask.at(static_cast<size_t>(state_.currentModule)));
         if (!single(request, Panel::ChannelSetup, 0))
             return stop();

@@ -1,8 +1,13 @@
 #pragma once
 
 #include "exchange.h"
+#include "model/language.h"
+#include "serial/line_lock.h"
 
 #include <QObject>
+
+#include <map>
+#include <memory>
 
 class QEventLoop;
 
@@ -10,6 +15,17 @@ namespace velmor {
 
 // The panel a request belongs to, which the window locks while it runs.
 enum class Panel { ChannelSetup, Adjust, ModuleInfo };
+
+// How far a write chain got: of each family, how many requests it had to
+// send and how many the module acknowledged, in order.
+struct WriteProgress {
+    int groups = 0, groupsDone = 0;
+    int adjusts = 0, adjustsDone = 0;
+    int pairs = 0, pairsDone = 0;
+};
+// "groups 1-4 and adjust blocks 1-3 were written; adjust block 4 and the
+// coefficients were not".
+QString writeProgressText(const WriteProgress& progress, Language language);
 
 // The operator's commands, from the click to the stored reply: single requests,
 // the chains that read or write a whole module, the information write behind
@@ -57,6 +73,33 @@ public:
     static int groupCount(int channelCount);
     static int pairCount(int channelCount);
 
+    // A line held for a flow against every other Velmor program (LineLock),
+    // as long as this object lives. Holds of one line nest: only the
+    // outermost takes the line and lets it go. A line that stays busy through
+    // the wait is not held; held() is false and busyHolder() names who has it.
+    class LineHold {
+    public:
+        LineHold(Operations& operations, const PortEntry* port, LineActivity activity);
+        ~LineHold();
+        LineHold(const LineHold&) = delete;
+        LineHold& operator=(const LineHold&) = delete;
+        bool held() const { return held_; }
+
+    private:
+        Operations& operations_;
+        QString device_;
+        bool held_ = true;
+        bool refusedHere_ = false;  // this hold found the line busy
+    };
+    // The current module's line, held for a flow of that kind.
+    LineHold holdLine(LineActivity activity);
+    // Who held the line that a hold found busy last.
+    const LineHolder& busyHolder() const { return busyHolder_; }
+    // The port of the current module, or null when none is listed under its number.
+    const PortEntry* currentPort() const;
+    // "SIM1 is in use by velmor-cli (pid 4242) writing a module; nothing was sent."
+    static QString lineBusyText(const QString& portName, const LineHolder& holder, Language language);
+
 signals:
     void commandsEnabled(bool enabled);  // EnableCommands
     // A request is about to go out: the window selects the group's tab, locks
@@ -67,20 +110,42 @@ signals:
     void requestEnded(velmor::Panel panel, bool portOpened);
     // The module's record changed as a whole (model, channel count, grids).
     void moduleRefreshed();
+    // A write chain stopped after some of its requests went out: the module
+    // holds part of what was sent.
+    void writeStoppedPartway(const velmor::WriteProgress& progress);
+    // A request was not sent: another program held `port` all the while it
+    // was waited for. Its message ("Open COM port fail.") has been shown.
+    void lineBusy(const velmor::PortEntry& port, const velmor::LineHolder& holder);
 
 private:
     enum class Family { ReadChannels, WriteChannels, ReadAdjust, WriteAdjust, ReadCalibration, WriteCalibration };
     bool single(const Request& request, Panel panel, int group);
     bool step(Family family, int index);
     bool chain(Family family);
+    // A write chain of these families, its progress told when it stops partway.
+    bool writeChain(std::initializer_list<Family> families);
     bool stop();
-    // Runs a button's sequence with sequenceDone false while it runs.
+    // Runs a button's sequence with sequenceDone false while it runs, its
+    // line held throughout.
     template <typename Body>
-    bool sequence(Body body);
+    bool sequence(LineActivity activity, Body body);
+    // The message of a request that never went out (the port would not
+    // open, or the line stayed busy), the exchange marked so, the panel back.
+    bool notSent(const Request& request, Panel panel, Failure why);
 
     SetupState& state_;
+    ComPort& port_;
     OperatorDialogs& dialogs_;
     Exchange exchange_;
+    // Lines held by this object's flows, by device, with how deep the holds nest.
+    struct Held {
+        std::unique_ptr<LineLock> lock;
+        int depth = 0;
+        bool busy = false;  // an outer hold found it busy
+    };
+    std::map<QString, Held> held_;
+    LineHolder busyHolder_;
+    WriteProgress writing_;
     bool sequenceDone_ = true;
     bool abandoned_ = false;
     QEventLoop* settling_ = nullptr;

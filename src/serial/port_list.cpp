@@ -1,6 +1,7 @@
 #include "port_list.h"
 
 #include "published_port.h"
+#include "user_folder.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -10,9 +11,6 @@
 
 #include <algorithm>
 
-#if defined(Q_OS_UNIX)
-#include <unistd.h>
-#endif
 
 namespace velmor {
 
@@ -21,16 +19,8 @@ QString virtualPortsDirectory()
     const QString overridden = qEnvironmentVariable("VELMOR_PORTS_DIR");
     if (!overridden.isEmpty())
         return overridden;
-    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    if (!runtime.isEmpty())
-        return runtime + QStringLiteral("/velmor-ports");
-#if defined(Q_OS_UNIX)
-    // The folder must be the same for the program and the simulator of one
-    // user, and differ between users.
-    return QDir::tempPath() + QStringLiteral("/velmor-ports-") + QString::number(::getuid());
-#else
-    return QDir::tempPath() + QStringLiteral("/velmor-ports");
-#endif
+    // The same for the program and the simulator of one user.
+    return userRuntimeFolder(QStringLiteral("velmor-ports"));
 }
 
 bool systemPortListed(const QString& name)

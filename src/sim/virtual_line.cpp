@@ -134,6 +134,10 @@ void VirtualLine::answer(const ReceivedRequest& request)
 {
     const QByteArray& frame = request.frame;
     emit frameLogged(Direction::Received, frame);
+    // Past its last exchange the line is as good as gone: it answers nothing
+    // more while its last reply drains, fast or paced.
+    if (vanishDue_)
+        return;
     if (!requestIntact(frame) || !SimModule::understands(frame))
         return;  // a module stays quiet on what it cannot take
 

@@ -354,6 +354,23 @@ private slots:
         QVERIFY(!QFileInfo(line.linkPath()).isSymLink());
     }
 
+    // Gone after its last exchange, in fast mode too: the next request is
+    // never answered, even when it comes at once.
+    void aFastLineAnswersNothingAfterItsLastExchange()
+    {
+        LineSettings settings;
+        settings.fast = true;
+        settings.vanishAfter = 1;
+        SimLine line({{1, 2}}, settings);
+        PtyPeer peer(line.devicePath());
+        const QByteArray read = readInfoRequest(1).frame();
+        QCOMPARE(peer.exchange(read, kFullFrameLength).size(), kFullFrameLength);
+        peer.exchange(read, 1, kQuietMs);
+        QVERIFY2(peer.received().isEmpty(), peer.received().toHex(' ').constData());
+        QCOMPARE(line.replies().size(), 1);
+        QVERIFY(QTest::qWaitFor([&] { return peer.hungUp(); }, 2000));
+    }
+
     void everyFrameIsLogged()
     {
         SimLine line;

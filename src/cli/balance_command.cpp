@@ -64,6 +64,9 @@ int runBalance(Session& session, const QCommandLineParser& parser)
     PortEntry port;
     if (const int code = takePort(session, parser, port))
         return code;
+    std::optional<Operations::LineHold> line;
+    if (const int code = holdPortLine(session, LineActivity::Balancing, line))
+        return code;
     if (const int code = refuseMissingChannels(session, parser, mask))
         return code;
     return finish(session, session.operations().cmdBalance(), port);

@@ -1,14 +1,16 @@
 #include "cli_main.h"
 
+#include "cli_options.h"
 #include "commands.h"
+#include "console_output.h"
 #include "console_dialogs.h"
 #include "exit_codes.h"
 #include "model/cli_texts.h"
 #include "model/locale_language.h"
 #include "model/qt_translations.h"
 
-#include <cstdio>
 #include <optional>
+#include <utility>
 
 namespace velmor::cli {
 namespace {
@@ -31,6 +33,9 @@ const Command* findCommand(const QString& name)
 
 constexpr QLatin1String kLang("--lang");
 constexpr QLatin1String kLog("--log");
+// The options that go before the command, without their dashes.
+const QStringList kGlobalOptions{QStringLiteral("json"), QStringLiteral("trace"), QStringLiteral("log"),
+                                 QStringLiteral("lang")};
 
 // The value of "NAME=V" or "NAME V" at arguments[i] (moving i past a separate
 // value); nothing when arguments[i] is another option.
@@ -52,6 +57,16 @@ qsizetype commandPosition(const QStringList& arguments)
         if (!optionValue(arguments, i, kLang))
             optionValue(arguments, i, kLog);
     return i;
+}
+
+// The command's exit code, or 4 when standard output could not be written.
+int outputChecked(int code, Language language)
+{
+    const QString failure = outputFailure();
+    if (failure.isEmpty())
+        return code;
+    printError(pick(cli_text::kCannotWriteOutput, language).arg(failure));
+    return kExitFileFailed;
 }
 
 }  // namespace
@@ -79,6 +94,7 @@ int runCli(const QStringList& arguments)
     const QtTranslations qtWords(language);
 
     qsizetype i = 1;
+    bool langGiven = false;
     for (; i < arguments.size() && arguments[i].startsWith(QLatin1Char('-')); ++i) {
         const QString& arg = arguments[i];
         if (arg == QLatin1String("--json")) {
@@ -90,15 +106,23 @@ int runCli(const QStringList& arguments)
                 printError(pick(cli_text::kLangValues, language));
                 return kExitUsage;
             }
+            if (std::exchange(langGiven, true)) {
+                printError(pick(cli_text::kGivenTwice, language).arg(QStringLiteral("lang")));
+                return kExitUsage;
+            }
         } else if (const std::optional<QString> file = optionValue(arguments, i, kLog)) {
             if (file->isEmpty()) {
                 printError(pick(cli_text::kLogValue, language));
                 return kExitUsage;
             }
+            if (!options.logPath.isEmpty()) {
+                printError(pick(cli_text::kGivenTwice, language).arg(QStringLiteral("log")));
+                return kExitUsage;
+            }
             options.logPath = *file;
         } else if (arg == QLatin1String("--help") || arg == QLatin1String("-h")) {
-            std::fputs(generalHelp(language).toUtf8().constData(), stdout);
-            return kExitDone;
+            printOut(generalHelp(language).toUtf8());
+            return outputChecked(kExitDone, language);
         } else {
             printError(pick(cli_text::kUnknownOption, language).arg(arg) + QLatin1Char('\n') + generalHelp(language));
             return kExitUsage;
@@ -120,6 +144,16 @@ int runCli(const QStringList& arguments)
     const QStringList rest = QStringList{QStringLiteral("velmor-cli ") + QLatin1String(command->name)} + arguments.mid(i + 1);
     if (!parser.parse(rest)) {
         printError(parser.errorText());
+        for (const QString& unknown : parser.unknownOptionNames()) {
+            if (kGlobalOptions.contains(unknown)) {
+                printError(pick(cli_text::kGlobalAfterCommand, language).arg(QStringLiteral("--") + unknown));
+                break;
+            }
+        }
+        return kExitUsage;
+    }
+    if (const QString twice = optionGivenTwice(parser); !twice.isEmpty()) {
+        printError(pick(cli_text::kGivenTwice, language).arg(twice));
         return kExitUsage;
     }
     if (parser.isSet(help)) {
@@ -127,14 +161,19 @@ int runCli(const QStringList& arguments)
         QString text = parser.helpText();
         text.replace(0, text.indexOf(QLatin1Char('\n')),
                      pick(cli_text::kCommandUsage, language).arg(rest.first(), pick(*command->synopsis, language)));
-        std::fputs(text.toUtf8().constData(), stdout);
-        return kExitDone;
+        printOut(text.toUtf8());
+        return outputChecked(kExitDone, language);
     }
     Session session(options);
     // Before anything goes out: a log that cannot be written stops the run.
     if (!options.logPath.isEmpty() && !session.logFramesTo(options.logPath))
         return kExitFileFailed;
-    return command->run(session, parser);
+    int code = command->run(session, parser);
+    // The exchanges were done as asked; that their frames are not all in the
+    // log is said by the exit code too.
+    if (code == kExitDone && session.logFailed())
+        code = kExitFileFailed;
+    return outputChecked(code, language);
 }
 
 }  // namespace velmor::cli

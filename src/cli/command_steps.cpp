@@ -2,6 +2,8 @@
 
 #include "config/config_file.h"
 #include "model/cli_texts.h"
+#include "model/network_port_texts.h"
+#include "serial/network_port.h"
 #include "model/messages.h"
 #include "protocol/frame.h"
 #include "shown_text.h"
@@ -26,6 +28,10 @@ int takePort(Session& session, const QCommandLineParser& parser, PortEntry& port
 
 int unknownPort(const Session& session, const QString& argument)
 {
+    if (namesNetworkScheme(argument)) {
+        printError(pick(net::kNotANetworkPort, session.language()) + QLatin1Char(' ') + shownText(argument));
+        return kExitUsage;
+    }
     // As the window says it when a request's port will not open.
     printError(pick(msg::kOpenComPortFail, session.language()));
     printError(pick(cli_text::kPortReason, session.language())
@@ -45,24 +51,29 @@ int takeAddress(Session& session, const QCommandLineParser& parser)
     return kExitDone;
 }
 
+int configFileFailed(const Session& session, const QString& path, const QString& reason)
+{
+    printError(pick(msg::kOpenConfigFail, session.language()));
+    printError(msg::fileFailure(shownText(path), shownText(reason), session.language()));
+    return kExitFileFailed;
+}
+
 int refuseIrregularFile(Session& session, const QString& path)
 {
     if (isRegularFileOrAbsent(path))
         return kExitDone;
-    printError(pick(msg::kOpenConfigFail, session.language()));
-    printError(pick(cli_text::kNotRegularFile, session.language()).arg(shownText(path)));
-    return kExitFileFailed;
+    return configFileFailed(session, path, QString());
 }
 
-int loadFile(Session& session, const QString& path)
+int holdPortLine(Session& session, LineActivity activity, std::optional<Operations::LineHold>& hold)
 {
-    if (const int code = refuseIrregularFile(session, path))
-        return code;
-    if (!loadConfigFile(path, session.record())) {
-        printError(pick(msg::kOpenConfigFail, session.language()));
-        return kExitFileFailed;
-    }
-    return kExitDone;
+    hold.emplace(session.operations(), session.operations().currentPort(), activity);
+    if (hold->held())
+        return kExitDone;
+    printError(pick(msg::kOpenComPortFail, session.language()));
+    printError(shownText(Operations::lineBusyText(session.operations().currentPort()->name,
+                                                  session.operations().busyHolder(), session.language())));
+    return kExitPortFailed;
 }
 
 int finish(Session& session, bool ok, const PortEntry& port)

@@ -12,6 +12,8 @@
 namespace velmor::cli {
 namespace {
 
+void declarePorts(QCommandLineParser& parser, Language language) { addOptions(parser, {Opt::Ports}, language); }
+
 void declarePort(QCommandLineParser& parser, Language language) { addOptions(parser, {Opt::Port}, language); }
 
 void declareRead(QCommandLineParser& parser, Language language)
@@ -77,10 +79,9 @@ int runRead(Session& session, const QCommandLineParser& parser)
         return code;
     if (!session.operations().cmdFrame3Receive())
         return session.outcome(false);
-    if (parser.isSet(optionName(Opt::Save)) && !saveConfigFile(save, session.record())) {
-        printError(pick(msg::kOpenConfigFail, session.language()));
-        return kExitFileFailed;
-    }
+    QString reason;
+    if (parser.isSet(optionName(Opt::Save)) && !saveConfigFile(save, session.record(), &reason))
+        return configFileFailed(session, save, reason);
     session.printRecord(port.name);
     return kExitDone;
 }
@@ -97,8 +98,16 @@ int runShow(Session& session, const QCommandLineParser& parser)
 {
     if (parser.positionalArguments().size() != 1)
         return usage(session, cli_text::kShowTakesOneFile);
-    if (const int code = loadFile(session, parser.positionalArguments().first()))
+    const QString path = parser.positionalArguments().first();
+    // Any bytes are shown, as Open takes them; what write would refuse, and
+    // what a short file left of the defaults, is said beside the record.
+    QByteArray bytes;
+    if (const int code = loadCheckedRecord(session, path, true, cli_text::kNotModuleRecord, &bytes))
         return code;
+    if (const QString notice = shortFileNotice(shownText(path), bytes.size(), session.language()); !notice.isEmpty())
+        printError(notice);
+    if (const QString fault = recordFaultText(checkStoredRecord(bytes), path, session.language()); !fault.isEmpty())
+        printError(pick(cli_text::kShownNotModuleRecord, session.language()).arg(shownText(path), fault));
     session.printRecord(session.portName(session.record().portNumber));
     return kExitDone;
 }
@@ -109,8 +118,8 @@ const QList<Command>& commands()
 {
     using namespace cli_text;
     static const QList<Command> list = {
-        {"ports", &kOptionsSynopsis, &kPortsSummary, declarePort, runPorts},
-        {"search", &kOptionsSynopsis, &kSearchSummary, declarePort, runSearch},
+        {"ports", &kOptionsSynopsis, &kPortsSummary, declarePorts, runPorts},
+        {"search", &kOptionsSynopsis, &kSearchSummary, declarePorts, runSearch},
         {"read", &kOptionsSynopsis, &kReadSummary, declareRead, runRead},
         {"write", &kOptionsSynopsis, &kWriteSummary, declareWrite, runWrite},
         {"write-info", &kOptionsSynopsis, &kWriteInfoSummary, declareWriteInfo, runWriteInfo},

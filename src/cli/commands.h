@@ -34,7 +34,11 @@ int runEdit(Session& session, const QCommandLineParser& parser);
 bool channelMask(const QString& list, qint32& mask);
 // A configuration file into the current record. Unless `force`, only a module's
 // record is taken (else `refusal` names the file and the fault, exit 2); a FIFO
-// or a device, or a file that cannot be read, exits 4.
-int loadCheckedRecord(Session& session, const QString& path, bool force, const Text& refusal);
+// or a device, or a file that cannot be read, exits 4. `loaded`, when given,
+// receives the bytes the file held.
+int loadCheckedRecord(Session& session, const QString& path, bool force, const Text& refusal,
+                      QByteArray* loaded = nullptr);
+// Why bytes are not a module's record ("it has 4000 bytes, not 8679").
+QString recordFaultText(const RecordCheck& check, const QString& path, Language language);
 
 }  // namespace velmor::cli

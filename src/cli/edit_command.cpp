@@ -368,10 +368,9 @@ int runEdit(Session& session, const QCommandLineParser& parser)
         stored = stored || result.stored;
         changes.append(changeOf(assignment, module, result, language));
     }
-    if (stored && !saveConfigFile(path, module)) {
-        printError(pick(msg::kOpenConfigFail, language));
-        return kExitFileFailed;
-    }
+    QString reason;
+    if (stored && !saveConfigFile(path, module, &reason))
+        return configFileFailed(session, path, reason);
     printChanges(session, path, module, changes, stored);
     return kExitDone;
 }

@@ -5,6 +5,8 @@
 
 #include "command_steps.h"
 #include "config/config_file.h"
+#include "files/whole_file.h"
+#include "model/messages.h"
 #include "model/cli_texts.h"
 #include "model/report_texts.h"
 #include "report/report_file.h"
@@ -12,6 +14,7 @@
 #include "shown_text.h"
 
 #include <QDateTime>
+#include <QJsonObject>
 
 namespace velmor::cli {
 
@@ -34,16 +37,21 @@ int runReport(Session& session, const QCommandLineParser& parser)
         printError(pick(report_text::kNeedsSuffix, language).arg(shownText(out)));
         return kExitUsage;
     }
+    const QString in = parser.positionalArguments().first();
+    // The report would replace the very file it reports on.
+    if (isSameFile(in, out)) {
+        printError(pick(report_text::kOutIsIn, language).arg(shownText(out), shownText(in)));
+        return kExitUsage;
+    }
     // Refused before the configuration file is read, as read --save does.
     if (!isRegularFileOrAbsent(out)) {
         printError(pick(report_text::kCannotWrite, language)
-                       .arg(shownText(out), pick(cli_text::kNotRegularFile, language).arg(shownText(out))));
+                       .arg(shownText(out), pick(msg::kNotRegularFile, language).arg(shownText(out))));
         return kExitFileFailed;
     }
     // Only a module's record makes a report worth keeping: an empty or
     // foreign file would read as a module of zeros.
-    if (const int code = loadCheckedRecord(session, parser.positionalArguments().first(), false,
-                                           cli_text::kNotModuleRecordToReport))
+    if (const int code = loadCheckedRecord(session, in, false, cli_text::kNotModuleRecordToReport))
         return code;
 
     SetupState& state = session.state();
@@ -55,6 +63,12 @@ int runReport(Session& session, const QCommandLineParser& parser)
         printError(pick(report_text::kCannotWrite, language).arg(shownText(out), shownText(failure)));
         return kExitFileFailed;
     }
+    // --json: what was written, as the other commands tell what they did.
+    if (session.json())
+        session.printJson(QJsonObject{{QStringLiteral("file"), in},
+                                      {QStringLiteral("report"), out},
+                                      {QStringLiteral("format"), *format == ReportFormat::Pdf ? QStringLiteral("pdf")
+                                                                                              : QStringLiteral("html")}});
     return kExitDone;
 }
 

@@ -8,6 +8,7 @@
 #include "model/messages.h"
 #include "model/record_json.h"
 #include "port_argument.h"
+#include "serial/network_port.h"
 #include "shown_text.h"
 
 #include <QJsonArray>
@@ -25,6 +26,8 @@ int searchedPorts(Session& session, const QCommandLineParser& parser, QList<Port
         for (const QString& argument : parser.values(optionName(Opt::Port))) {
             PortEntry port;
             if (!session.choosePort(argument, port)) {
+                if (namesNetworkScheme(argument))
+                    return unknownPort(session, argument);
                 printError(msg::openPortFail(shownText(argument), session.language()));
                 printError(pick(cli_text::kPortReason, session.language())
                                .arg(shownText(argument), pick(cli_text::kNoSuchPort, session.language())));
@@ -63,6 +66,10 @@ int runSearch(Session& session, const QCommandLineParser& parser)
             portFailed = true;
             session.dialogs().showMessage({}, session.portFailureText(port, failure, reason));
         });
+        QObject::connect(&search, &ConcurrentSearch::lineBusy, [&](const PortEntry& port, const LineHolder& holder) {
+            portFailed = true;
+            session.dialogs().showMessage({}, Operations::lineBusyText(port.name, holder, session.language()));
+        });
         session.dialogs().hold(true);
         found = search.searchAllAtOnce(ports, ports.first().number);
         QStringList messages = session.dialogs().takeHeld();
@@ -85,7 +92,7 @@ int runSearch(Session& session, const QCommandLineParser& parser)
               + QLatin1Char('\t') + QString::number(module.moduleNumber) + QLatin1Char('\n');
         if (unread.contains(i)) {
             incomplete.append(i + 1);
-            printError(pick(cli_text::kNotReadWholly, session.language())
+            printError(pick(msg::kNotReadWholly, session.language())
                            .arg(QString::number(i + 1), portName, QString::number(module.busAddress)));
         }
     }

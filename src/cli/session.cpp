@@ -1,5 +1,7 @@
 #include "session.h"
 
+#include "console_output.h"
+#include "files/whole_file.h"
 #include "model/cli_texts.h"
 #include "model/frame_log_texts.h"
 #include "model/record_json.h"
@@ -13,10 +15,12 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <cstdio>
 
 namespace velmor::cli {
 namespace {
+
+// The log target that stands for none.
+constexpr char kNowhere[] = "/dev/null";
 
 // --trace: a request as sent ("> "), a reply as checked ("< ", the frame
 // without the noise ahead of it); a wait that ran out shows nothing.
@@ -39,18 +43,33 @@ Session::Session(const GlobalOptions& options)
     ports_ = listPorts();
     port_.setPorts(ports_);
     frameLog_.follow(operations_.exchange());
+    // Beside "No respond." or "Return data fail.": what the module now holds.
+    QObject::connect(&operations_, &Operations::writeStoppedPartway,
+                     [this](const WriteProgress& progress) { printError(writeProgressText(progress, language())); });
     if (options.trace)
         QObject::connect(&frameLog_, &FrameLog::appended, &trace);
 }
 
 bool Session::logFramesTo(const QString& path)
 {
+    if (path == QLatin1String(kNowhere))
+        return true;
     QString reason;
+    if (!isRegularFileOrAbsent(path)) {
+        printError(pick(log_text::kCannotWrite, language()).arg(shownText(path), pick(cli_text::kNotRegular, language())));
+        return false;
+    }
     if (!logFile_.open(path, &reason)) {
         printError(pick(log_text::kCannotWrite, language()).arg(shownText(path), shownText(reason)));
         return false;
     }
-    QObject::connect(&frameLog_, &FrameLog::appended, [this](const FrameRow& row) { logFile_.append(row); });
+    QObject::connect(&frameLog_, &FrameLog::appended, [this, path](const FrameRow& row) {
+        QString why;
+        if (logFailed_ || logFile_.append(row, &why))
+            return;
+        logFailed_ = true;
+        printError(pick(log_text::kStoppedWriting, language()).arg(shownText(path), shownText(why)));
+    });
     return true;
 }
 
@@ -73,6 +92,10 @@ int Session::outcome(bool ok)
     case Failure::PortNotOpened:
         if (const PortEntry* port = findPort(ports_, record().portNumber))
             printError(portFailureText(*port));
+        return kExitPortFailed;
+    case Failure::LineBusy:
+        if (const PortEntry* port = findPort(ports_, record().portNumber))
+            printError(shownText(Operations::lineBusyText(port->name, operations_.busyHolder(), language())));
         return kExitPortFailed;
     case Failure::NoReply:
     case Failure::BadReply: return kExitExchangeFailed;
@@ -111,16 +134,12 @@ void Session::printRecord(const QString& portName)
 void Session::printJson(const QJsonValue& value)
 {
     const QJsonDocument document = value.isArray() ? QJsonDocument(value.toArray()) : QJsonDocument(value.toObject());
-    std::fputs(document.toJson(QJsonDocument::Indented).constData(), stdout);
-    std::fflush(stdout);
+    printOut(document.toJson(QJsonDocument::Indented));
 }
 
 void Session::printText(const QString& text)
 {
-    std::fputs(text.toUtf8().constData(), stdout);
-    if (!text.endsWith(QLatin1Char('\n')))
-        std::fputc('\n', stdout);
-    std::fflush(stdout);
+    printOut(text.endsWith(QLatin1Char('\n')) ? text.toUtf8() : (text + QLatin1Char('\n')).toUtf8());
 }
 
 QString Session::portName(int number) const

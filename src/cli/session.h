@@ -37,8 +37,12 @@ public:
     // A search of all lines at once, whose lines have exchanges of their own,
     // logs while frameLog() follows it.
     // --log: every row of the frame log appended to `path` as it comes; false,
-    // having said why, when the file cannot be opened for appending.
+    // having said why, when the file cannot be opened for appending or is not
+    // a regular file (a FIFO would block for ever). /dev/null logs nothing.
     bool logFramesTo(const QString& path);
+    // A row could not be written (said once on standard error); the
+    // exchanges went on as asked.
+    bool logFailed() const { return logFailed_; }
     FrameLog& frameLog() { return frameLog_; }
 
     // The listed ports, and the one a --port argument names (made current).
@@ -67,6 +71,7 @@ private:
     QList<PortEntry> ports_;
     FrameLog frameLog_;
     CsvLogFile logFile_;
+    bool logFailed_ = false;
 };
 
 }  // namespace velmor::cli

@@ -14,12 +14,13 @@
 
 namespace velmor::cli {
 
-namespace {
-
-QString faultText(const RecordCheck& check, const QString& path, Language language)
+QString recordFaultText(const RecordCheck& check, const QString& path, Language language)
 {
     switch (check.fault) {
-    case RecordFault::Size: return pick(cli_text::kWrongSize, language).arg(QFileInfo(path).size());
+    case RecordFault::Size: {
+        const qint64 size = QFileInfo(path).size();
+        return size == 1 ? pick(cli_text::kWrongSizeOne, language) : pick(cli_text::kWrongSize, language).arg(size);
+    }
     case RecordFault::ModelCode: return pick(cli_text::kBadModelCode, language).arg(check.value);
     case RecordFault::ModelName: return pick(cli_text::kBadModelName, language);
     case RecordFault::ChannelCount: return pick(cli_text::kBadChannelCount, language).arg(check.value);
@@ -28,23 +29,22 @@ QString faultText(const RecordCheck& check, const QString& path, Language langua
     return {};
 }
 
-}  // namespace
-
-int loadCheckedRecord(Session& session, const QString& path, bool force, const Text& refusal)
+int loadCheckedRecord(Session& session, const QString& path, bool force, const Text& refusal, QByteArray* loaded)
 {
     if (const int code = refuseIrregularFile(session, path))
         return code;
-    const std::optional<QByteArray> bytes = readConfigBytes(path);
-    if (!bytes) {
-        printError(pick(msg::kOpenConfigFail, session.language()));
-        return kExitFileFailed;
-    }
+    QString reason;
+    const std::optional<QByteArray> bytes = readConfigBytes(path, &reason);
+    if (!bytes)
+        return configFileFailed(session, path, reason);
     const RecordCheck check = checkStoredRecord(*bytes);
     if (check.fault != RecordFault::None && !force) {
-        printError(pick(refusal, session.language()).arg(shownText(path), faultText(check, path, session.language())));
+        printError(pick(refusal, session.language()).arg(shownText(path), recordFaultText(check, path, session.language())));
         return kExitUsage;
     }
     applyImage(bytes->first(std::min<qsizetype>(bytes->size(), kStoredBytes)), session.record());
+    if (loaded)
+        *loaded = *bytes;
     return kExitDone;
 }
 
@@ -90,6 +90,9 @@ int runWrite(Session& session, const QCommandLineParser& parser)
     PortEntry port;
     if (const int code = takePort(session, parser, port))
         return code;
+    std::optional<Operations::LineHold> line;
+    if (const int code = holdPortLine(session, LineActivity::Writing, line))
+        return code;
     const ModuleRecord fromFile = session.record();
     if (const int code = checkModuleModel(session, parser, fromFile, &Operations::readModuleInfo))
         return code;
@@ -104,10 +107,14 @@ int runWriteInfo(Session& session, const QCommandLineParser& parser)
     // the question is printed and nothing is sent.
     if (!parser.isSet(optionName(Opt::OnlyOneModule))) {
         printError(pick(msg::kOnlyOneModule, session.language()));
+        printError(pick(cli_text::kOnlyOneRefused, session.language()));
         return kExitUsage;
     }
     PortEntry port;
     if (const int code = takePort(session, parser, port))
+        return code;
+    std::optional<Operations::LineHold> line;
+    if (const int code = holdPortLine(session, LineActivity::Writing, line))
         return code;
     ModuleRecord fromFile = session.record();
     // A module answers only the beckon at 255 (with its information): that is

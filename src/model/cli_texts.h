@@ -68,6 +68,9 @@ inline constexpr Text kHelpOption{"显示本帮助。", "Show this help."};
 inline constexpr Text kPortOption{"串口：设备路径、tcp://主机:端口、rfc2217://主机:端口，或 ports 列出的名称或编号。",
                                   "Port: a device path, tcp://HOST:PORT, rfc2217://HOST:PORT, or a name or a number "
                                   "as 'ports' lists it."};
+inline constexpr Text kPortsOption{"串口：设备路径、tcp://主机:端口、rfc2217://主机:端口，或 ports 列出的名称或编号；可多次给出。",
+                                   "Port: a device path, tcp://HOST:PORT, rfc2217://HOST:PORT, or a name or a number "
+                                   "as 'ports' lists it; may be given several times."};
 inline constexpr Text kAddressOption{"模块的总线地址，0 到 254。", "Bus address of the module, 0 to 254."};
 inline constexpr Text kSaveOption{"同时写入模块的配置文件（8679 字节）。", "Also write the module's configuration file (8679 bytes)."};
 inline constexpr Text kConfigOption{"要载入的配置文件。", "Configuration file to load."};
@@ -106,6 +109,11 @@ inline constexpr Text kAssignmentArgument{
 inline constexpr Text kListValue{"LIST", "LIST"};
 inline constexpr Text kFileValue{"FILE", "FILE"};
 
+// Why a file is refused before it is opened.
+inline constexpr Text kNotRegular{"不是普通文件", "not a regular file"};
+// Standard output could not be written; "%1" is the system's reason.
+inline constexpr Text kCannotWriteOutput{"无法写入标准输出：%1", "Cannot write the standard output: %1"};
+
 // Usage errors.
 inline constexpr Text kLangValues{"--lang 只取 zh 或 en。", "--lang takes zh or en."};
 inline constexpr Text kLogValue{"--log 需要一个文件名。", "--log takes a file name."};
@@ -125,12 +133,17 @@ inline constexpr Text kReportTakesOneFile{"report 只取一个配置文件。", 
 inline constexpr Text kOutRequired{"需要 --out。", "--out is required."};
 inline constexpr Text kEditTakesFileAndAssignments{"edit 取一个配置文件和至少一个 FIELD=VALUE。",
                                                    "edit takes a configuration file and at least one FIELD=VALUE."};
+inline constexpr Text kGivenTwice{"--%1 只能给出一次。", "--%1 takes one value; give it once."};
+// A global option after the command: "%1" the option.
+inline constexpr Text kGlobalAfterCommand{"%1 是全局选项，须放在命令之前：velmor-cli %1 命令 ...",
+                                          "%1 is a global option and goes before the command: velmor-cli %1 COMMAND ..."};
 inline constexpr Text kNotAnAssignment{"%1 不是 FIELD=VALUE。", "%1 is not FIELD=VALUE."};
 
 // Refusals that keep a module or a file from harm.
 inline constexpr Text kNotModuleRecord{"%1 不是模块的配置文件：%2。什么也没有发送；用 --force 仍然发送。",
                                        "%1 is not a module's configuration file: %2. Nothing was sent; give --force to send it anyway."};
 inline constexpr Text kWrongSize{"它有 %1 字节，而不是 8679 字节", "it has %1 bytes, not 8679"};
+inline constexpr Text kWrongSizeOne{"它只有 1 字节，而不是 8679 字节", "it has 1 byte, not 8679"};
 inline constexpr Text kBadModelCode{"它的型号代码 %1 大于 9", "its model code %1 is above 9"};
 inline constexpr Text kBadModelName{"它的型号名称不是可打印的文字", "its model name is not printable text"};
 inline constexpr Text kBadChannelCount{"它的通道数 %1 不是 4、8 或 16", "its channel count %1 is not 4, 8 or 16"};
@@ -140,9 +153,15 @@ inline constexpr Text kModelDiffers{
 inline constexpr Text kChannelBeyondModule{
     "--channels 指定了通道 %1，但地址 %2 上的模块只有 %3 个通道；没有发送平衡请求。用 --force 仍然发送。",
     "--channels names channel %1, but the module at address %2 has %3 channels; no balance was sent. Give --force to send it anyway."};
+inline constexpr Text kOnlyOneRefused{
+    "什么也没有发送：模块信息写入发往地址 255，线路上的每个模块都会接受；确认只连接了一个模块时请给出 --only-one-module。",
+    "Nothing was sent: the information write goes to address 255, which every module on the line takes; give "
+    "--only-one-module when only one module is connected."};
+// show of a file that write would refuse: said, the record printed all the same.
+inline constexpr Text kShownNotModuleRecord{"%1 不是模块的配置文件：%2；write 会拒绝发送它。",
+                                            "%1 is not a module's configuration file: %2; write would refuse to send it."};
 inline constexpr Text kNotModuleRecordToReport{"%1 不是模块的配置文件：%2。没有写出报告。",
                                                "%1 is not a module's configuration file: %2. No report was written."};
-inline constexpr Text kNotRegularFile{"%1 不是普通文件。", "%1 is not a regular file."};
 inline constexpr Text kNotModuleRecordToEdit{
     "%1 不是模块的配置文件：%2。什么也没有写入；用 --force 仍然修改。",
     "%1 is not a module's configuration file: %2. Nothing was written; give --force to edit it anyway."};
@@ -165,9 +184,6 @@ inline constexpr Text kNotNegative{"%1 取 0 或更大的数", "%1 takes a numbe
 inline constexpr Text kWholeNumberUpTo{"%1 取 0 到 %2 的整数", "%1 takes a whole number from 0 to %2."};
 inline constexpr Text kCutoffLimits{"%1：%2 的截止频率取 %3 到 %4 Hz", "%1: the cut-off of a %2 takes %3 to %4 Hz."};
 
-// What the search adds to its report.
-inline constexpr Text kNotReadWholly{"第 %1 个模块（%2，地址 %3）没有完整读出。",
-                                     "Module %1 (%2, address %3) could not be read wholly."};
 
 // The second line under a port that will not open: the port and the reason.
 inline constexpr Text kPortReason{"%1：%2", "%1: %2"};

@@ -39,5 +39,9 @@ inline constexpr Text kRefusalReasons[] = {
 
 // "%1" is the file, "%2" the system's reason.
 inline constexpr Text kCannotWrite{"无法写入帧记录 %1：%2", "Cannot write the frame log %1: %2"};
+// The same while a run goes on: said once; the exchanges are done as asked.
+inline constexpr Text kStoppedWriting{"无法写入帧记录 %1：%2；通讯照常进行，之后的帧没有记录。",
+                                      "Cannot write the frame log %1: %2; the exchanges go on as asked, their frames "
+                                      "unlogged."};
 
 }  // namespace velmor::log_text

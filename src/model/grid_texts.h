@@ -25,6 +25,10 @@ inline constexpr Text kGainLabel{"放大倍数", "Gain"};
 inline constexpr Text kIntegralLabel{"积分", "Integral"};
 // Accessible name of the read-only text beside a list, after the list's label.
 inline constexpr Text kChosenTextSuffix{"（所选文字）", " (chosen text)"};
+// A cell that shows a typed value the record did not take: "%1" is what the
+// record keeps, which Send sends.
+inline constexpr Text kShownNotStored{"仅显示，未保存：记录中仍为 %1，发送的是它。",
+                                      "Shown, not stored: the record keeps %1, which is what Send sends."};
 
 // Channel grid, columns 1 to 10 (column 0 reads "CH" and the channel number).
 inline constexpr Text kChannelPrefix{"CH", "CH"};

@@ -32,6 +32,54 @@ inline constexpr Text kOpenPortSuffix{"失败。", " fail."};
 inline constexpr Text kFoundPrefix{"共发现", "Found "};
 inline constexpr Text kFoundSuffix{"个模块。", " modules."};
 
+// The line after a file's failure message: "PATH: the system's reason", or
+// "PATH is not a regular file." when there is no reason (a FIFO, a device).
+inline constexpr Text kFileReason{"%1：%2", "%1: %2"};
+inline constexpr Text kNotRegularFile{"%1 不是普通文件。", "%1 is not a regular file."};
+QString fileFailure(const QString& path, const QString& reason, Language language);
+
+// Open of a file shorter than a module's record, said beside what Open does:
+// "%1" the file, "%2" its size, "%3" 8679, "%4" the first channel kept.
+inline constexpr Text kShortFile{"%1 只有 %2 字节（应为 %3 字节）：第 %4-16 通道保留了原来的值",
+                                 "%1 holds %2 of %3 bytes: channels %4-16 kept their values"};
+inline constexpr Text kShortFileNoInfo{"%1 只有 %2 字节（应为 %3 字节）：部分模块信息和全部通道保留了原来的值",
+                                       "%1 holds %2 of %3 bytes: part of the module information and every channel "
+                                       "kept their values"};
+QString shortFile(const QString& path, qsizetype size, qsizetype whole, int firstKept, bool infoWhole, Language language);
+
+// A line another Velmor program holds: "%1" the line, "%2" the program,
+// "%3" its process, "%4" what it does.
+inline constexpr Text kLineBusy{"%1 正被 %2（进程 %3）使用，它%4；什么也没有发送。",
+                                "%1 is in use by %2 (pid %3) %4; nothing was sent."};
+inline constexpr Text kLineActivities[] = {
+    {"正在搜索", "searching"},           {"正在读取模块", "reading a module"},
+    {"正在写入模块", "writing a module"}, {"正在进行桥路平衡", "balancing bridges"},
+    {"正在召唤模块", "beckoning"},
+};
+
+// A write chain that stopped partway, said beside "No respond." or "Return
+// data fail.": "groups 1-4 were written; the coefficients were not." The
+// "was" forms are for one request alone.
+inline constexpr Text kWereWritten{"%1已写入", "%1 were written"};
+inline constexpr Text kWasWritten{"%1已写入", "%1 was written"};
+inline constexpr Text kWereNot{"%1没有写入", "%1 were not"};
+inline constexpr Text kWasNot{"%1没有写入", "%1 was not"};
+inline constexpr Text kProgressJoin{"；", "; "};
+inline constexpr Text kSentenceEnd{"。", "."};
+inline constexpr Text kListAnd{"和", " and "};
+inline constexpr Text kWrittenGroup{"第 %1 组参数", "group %1"};
+inline constexpr Text kWrittenGroups{"第 %1-%2 组参数", "groups %1-%2"};
+inline constexpr Text kWrittenAdjust{"第 %1 个调整块", "adjust block %1"};
+inline constexpr Text kWrittenAdjusts{"第 %1-%2 个调整块", "adjust blocks %1-%2"};
+inline constexpr Text kWrittenPair{"第 %1 对校正系数", "coefficient pair %1"};
+inline constexpr Text kWrittenPairs{"第 %1-%2 对校正系数", "coefficient pairs %1-%2"};
+inline constexpr Text kWrittenCoefficients{"校正系数", "the coefficients"};
+
+// What a search adds to its report: "%1" the module's ordinal, "%2" its
+// line, "%3" its address.
+inline constexpr Text kNotReadWholly{"第 %1 个模块（%2，地址 %3）没有完整读出。",
+                                     "Module %1 (%2, address %3) could not be read wholly."};
+
 QString openPortFail(const QString& portName, Language language);
 QString foundModules(int count, Language language);
 

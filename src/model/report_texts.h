@@ -34,6 +34,9 @@ inline constexpr Text kHtmlFilter{"HTML 文件 (*.html *.htm)", "HTML files (*.h
 // "%1" is the file.
 inline constexpr Text kNeedsSuffix{"报告的文件名须以 .pdf 或 .html 结尾：%1",
                                    "The report's file name must end in .pdf or .html: %1"};
+// The report would replace its own input: "%1" the report, "%2" the input.
+inline constexpr Text kOutIsIn{"报告 %1 就是要报告的配置文件 %2；什么也没有写入。",
+                               "The report %1 is the configuration file %2 it reports on; nothing was written."};
 // "%1" is the file, "%2" the system's reason.
 inline constexpr Text kCannotWrite{"无法写入报告 %1：%2", "Cannot write the report %1: %2"};
 

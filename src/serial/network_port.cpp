@@ -23,4 +23,10 @@ std::optional<NetworkPort> networkPort(const QString& device)
     return port;
 }
 
+bool namesNetworkScheme(const QString& device)
+{
+    return device.startsWith(QLatin1String("tcp:"), Qt::CaseInsensitive)
+        || device.startsWith(QLatin1String("rfc2217:"), Qt::CaseInsensitive);
+}
+
 }  // namespace velmor

@@ -24,5 +24,8 @@ struct NetworkPort {
 // and a port and nothing else. Anything else is no network port.
 std::optional<NetworkPort> networkPort(const QString& device);
 inline bool isNetworkPort(const QString& device) { return networkPort(device).has_value(); }
+// Begins as a network line's name does (tcp: or rfc2217:), whether or not the
+// rest is right: such a name is a malformed address, never a device.
+bool namesNetworkScheme(const QString& device);
 
 }  // namespace velmor

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QRegularExpression>
 
 #include <utility>
 
@@ -27,6 +28,21 @@ void acknowledgeAtOnce(const QTcpSocket& socket)
 #else
     Q_UNUSED(socket);
 #endif
+}
+
+// What a server said when it refused the line, fit for a message: its first
+// line, cut after kServerWordsMax characters. A server that sends a screenful
+// of bytes instead must not flood the operator. (Control characters are
+// escaped where the text is shown.)
+constexpr int kServerWordsMax = 120;
+
+QString serverWords(const QByteArray& bytes)
+{
+    const QString text = QString::fromLatin1(bytes).trimmed();
+    const QString first = text.section(QRegularExpression(QStringLiteral("[\\r\\n]")), 0, 0);
+    if (first.size() > kServerWordsMax)
+        return first.left(kServerWordsMax) + QChar(0x2026);  // …
+    return first.size() < text.size() ? first + QChar(0x2026) : first;
 }
 
 }  // namespace
@@ -88,7 +104,7 @@ bool NetworkTransport::waitForTheLine(QString& reason)
     settling_ = true;
     const bool settled = waitUntil([this] { return telnet_.comPortSettled(); });
     settling_ = false;
-    const QString said = QString::fromLatin1(std::exchange(queue_, {})).trimmed();
+    const QString said = serverWords(std::exchange(queue_, {}));
     if (settled && isConnected())
         return true;
     if (!said.isEmpty())

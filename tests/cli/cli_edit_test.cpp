@@ -462,7 +462,7 @@ void CliEditTest::filesThatCannotBeReadExitFour()
     QCOMPARE(onDevice.exitCode, 4);
     const CliResult missing = runEn(QStringList{QStringLiteral("edit"), dir.filePath(QStringLiteral("none.cfg")), QStringLiteral("gain=1")});
     QCOMPARE(missing.exitCode, 4);
-    QCOMPARE(missing.errText(), QStringLiteral("Open configure file fail!"));
+    QCOMPARE(missing.errText(), QStringLiteral("Open configure file fail!\n%1: No such file or directory").arg(dir.filePath(QStringLiteral("none.cfg"))));
     QVERIFY(!QFile::exists(dir.filePath(QStringLiteral("none.cfg"))));
 }
 

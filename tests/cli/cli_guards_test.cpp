@@ -631,13 +631,16 @@ void CliGuardsTest::everyMessageComesInBothLanguages()
          {QStringLiteral("在地址 255 上模块只应答召唤、只接受模块信息写入；请给出模块自己的地址（velmor-cli beckon 会告诉它）。"),
           QStringLiteral("At address 255 a module answers only the beckon and takes only the information write; give the "
                          "module's own address (velmor-cli beckon tells it).")}},
-        {words("show /nonexistent/x.cfg"), {QStringLiteral("打开配置文件操作失败!"), QStringLiteral("Open configure file fail!")}},
+        {words("show /nonexistent/x.cfg"),
+         {QStringLiteral("打开配置文件操作失败!\n/nonexistent/x.cfg：此文件或目录不存在"),
+          QStringLiteral("Open configure file fail!\n/nonexistent/x.cfg: No such file or directory")}},
         {words("report x.cfg"), {QStringLiteral("需要 --out。"), QStringLiteral("--out is required.")}},
         {words("report --out r.html"), {QStringLiteral("report 只取一个配置文件。"), QStringLiteral("report takes one configuration file.")}},
         {words("report x.cfg --out r.doc"),
          {QStringLiteral("报告的文件名须以 .pdf 或 .html 结尾：r.doc"), QStringLiteral("The report's file name must end in .pdf or .html: r.doc")}},
         {words("report /nonexistent/x.cfg --out /nonexistent/r.pdf"),
-         {QStringLiteral("打开配置文件操作失败!"), QStringLiteral("Open configure file fail!")}},
+         {QStringLiteral("打开配置文件操作失败!\n/nonexistent/x.cfg：此文件或目录不存在"),
+          QStringLiteral("Open configure file fail!\n/nonexistent/x.cfg: No such file or directory")}},
     };
     for (const auto& [arguments, texts] : errors) {
         QCOMPARE(runCli(words("--lang zh") + arguments).errText(), texts.first);
@@ -653,7 +656,8 @@ void CliGuardsTest::everyMessageComesInBothLanguages()
 void CliGuardsTest::cAndPosixLocalesReadEnglish()
 {
     for (const QString& locale : {QStringLiteral("C"), QStringLiteral("POSIX"), QStringLiteral("C.UTF-8")}) {
-        QCOMPARE(runCli(words("show /nonexistent/x.cfg"), {}, locale).errText(), QStringLiteral("Open configure file fail!"));
+        QCOMPARE(runCli(words("show /nonexistent/x.cfg"), {}, locale).errText(),
+                 QStringLiteral("Open configure file fail!\n/nonexistent/x.cfg: No such file or directory"));
         QVERIFY(runCli(words("--help"), {}, locale).out.startsWith("Usage: velmor-cli"));
     }
 }

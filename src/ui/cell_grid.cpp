@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QMouseEvent>
+#include <QPainter>
 
 #include <algorithm>
 
@@ -20,8 +21,30 @@ bool CellTextModel::holds(const QModelIndex& index) const
     return index.isValid() && index.model() == this && index.row() < rowCount() && index.column() < columnCount();
 }
 
+namespace {
+
+// A warning sign for a cell shown but not stored: an amber triangle with a
+// dark rim and mark, which reads on a light and on a dark background alike.
+QIcon unstoredPicture()
+{
+    QPixmap picture(16, 16);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QColor(0x3e, 0x27, 0x00), 1.2));
+    painter.setBrush(QColor(0xff, 0xb3, 0x00));
+    painter.drawPolygon(QPolygonF({QPointF(8, 1.5), QPointF(15, 14.5), QPointF(1, 14.5)}));
+    painter.setPen(QPen(QColor(0x3e, 0x27, 0x00), 2));
+    painter.drawLine(QPointF(8, 5.5), QPointF(8, 10));
+    painter.drawPoint(QPointF(8, 12.5));
+    return QIcon(picture);
+}
+
+}  // namespace
+
 QList<int> CellTextModel::showCells(const GridCells& cells)
 {
+    unstored_.clear();
     const bool sameShape = cells.headings == cells_.headings && cells.greyColumns == cells_.greyColumns
         && cells.rows.size() == cells_.rows.size();
     if (!sameShape) {
@@ -63,6 +86,23 @@ void CellTextModel::setPictures(int column, const QHash<QString, QIcon>& picture
         emit dataChanged(index(0, column), index(rowCount() - 1, column));
 }
 
+void CellTextModel::markUnstored(const GridCells& stored, const QString& note)
+{
+    for (int r = 0; r < rowCount(); ++r) {
+        for (int c = 0; c < columnCount(); ++c) {
+            const QString kept = stored.rows.value(r).value(c);
+            const QString wanted = cells_.rows.at(r).value(c) == kept ? QString() : note.arg(kept);
+            if (unstored_.value({r, c}) == wanted)
+                continue;
+            if (wanted.isEmpty())
+                unstored_.remove({r, c});
+            else
+                unstored_.insert({r, c}, wanted);
+            emit dataChanged(index(r, c), index(r, c));
+        }
+    }
+}
+
 QString CellTextModel::cellText(int row, int column) const
 {
     if (row < 1 || row > rowCount())
@@ -100,14 +140,24 @@ QVariant CellTextModel::data(const QModelIndex& index, int role) const
     // A row shorter than the headings shows blanks in the missing cells.
     const QString text = cells_.rows.at(index.row()).value(index.column());
     const bool picture = index.column() == pictureColumn_ && pictures_.contains(text);
+    const QString unstored = unstored_.value({index.row(), index.column()});
     switch (role) {
     case Qt::DisplayRole:
         return picture ? QString() : text;
     case Qt::DecorationRole:
-        return picture ? pictures_.value(text) : QVariant();
+        if (picture)
+            return pictures_.value(text);
+        if (!unstored.isEmpty()) {
+            static const QIcon sign = unstoredPicture();
+            return sign;
+        }
+        return QVariant();
     case Qt::ToolTipRole:
+        return picture ? text : unstored.isEmpty() ? QVariant() : QVariant(unstored);
     case Qt::AccessibleTextRole:
         return picture ? text : QVariant();
+    case Qt::AccessibleDescriptionRole:
+        return unstored.isEmpty() ? QVariant() : QVariant(unstored);
     case Qt::TextAlignmentRole:
         return static_cast<int>(Qt::AlignCenter);
     case Qt::BackgroundRole:

@@ -36,6 +36,13 @@ public:
     // A column whose cells show a picture chosen by their text; the text stays
     // the cell's accessible text and tool tip.
     void setPictures(int column, const QHash<QString, QIcon>& pictures);
+    // Marks the cells whose text is not what the record holds (`stored`, the
+    // grid as the record would show it): a typed value that was refused
+    // stays shown. Such a cell gets a warning picture, and `note` with the
+    // stored text ("%1") as its tool tip and accessible description. Showing
+    // the cells anew takes every mark away.
+    void markUnstored(const GridCells& stored, const QString& note);
+    bool isMarkedUnstored(int row, int column) const { return unstored_.contains({row, column}); }
     QString cellText(int row, int column) const;
     const GridCells& cells() const { return cells_; }
 
@@ -53,6 +60,8 @@ private:
     GridCells cells_;
     int pictureColumn_ = -1;
     QHash<QString, QIcon> pictures_;
+    // Cells shown but not stored (0-based row, column), with their notes.
+    QHash<QPair<int, int>, QString> unstored_;
 };
 
 // One of the three grids of the main window: a table view that owns its cell

@@ -28,6 +28,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QStackedWidget>
+#include <QStatusBar>
 #include <QTabBar>
 #include <QVBoxLayout>
 
@@ -103,7 +104,15 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
             EnableCommands(enabled);
     });
     connect(&watcher_, &PortWatcher::portsChanged, this, &frmMain::applyPorts);
+    statusBar()->setObjectName(QStringLiteral("StatusBar"));
+    connect(&operations_, &Operations::lineBusy, this, [this](const PortEntry& port, const LineHolder& holder) {
+        notify(Operations::lineBusyText(port.name, holder, language_));
+    });
+    connect(&operations_, &Operations::writeStoppedPartway, this,
+            [this](const WriteProgress& progress) { notify(writeProgressText(progress, language_)); });
 }
+
+void frmMain::notify(const QString& text) { statusBar()->showMessage(text); }
 
 frmMain::~frmMain() = default;
 
@@ -278,8 +287,14 @@ void frmMain::MnuFile_Open_Click()
     if (path.isEmpty())
         return;
     // A file that cannot be read leaves the record as it was, without a
-    // message; the rest happens all the same.
-    loadConfigFile(path, state_.current());
+    // box; the rest happens all the same. The status bar says why, and says
+    // what a short file left of the record.
+    QString reason;
+    qsizetype size = 0;
+    if (!loadConfigFile(path, state_.current(), &reason, &size))
+        notify(msg::fileFailure(path, reason, language_));
+    else
+        notify(shortFileNotice(path, size, language_));
     // The file's port belongs to the machine it came from: the first port
     // listed now takes its place.
     applyPorts(listPorts());
@@ -321,8 +336,11 @@ void frmMain::MnuFile_ExportReport_Click()
 
 void frmMain::save(const QString& path)
 {
-    if (!saveConfigFile(path, state_.current()))
-        dialogs_.showMessage(pick(msg::kTitle, language_), pick(msg::kOpenConfigFail, language_));
+    QString reason;
+    if (saveConfigFile(path, state_.current(), &reason))
+        return;
+    dialogs_.showMessage(pick(msg::kTitle, language_), pick(msg::kOpenConfigFail, language_));
+    notify(msg::fileFailure(path, reason, language_));
 }
 
 void frmMain::closeEvent(QCloseEvent* event)

@@ -100,6 +100,12 @@ private:
     void runFlow(const std::function<void()>& flow);
     // Locks the window's commands while an exchange runs.
     void EnableCommands(bool enabled);
+    // A notice in the status bar, beside what the window's boxes say: it
+    // stays until the next one.
+    void notify(const QString& text);
+    // After a search: which modules were not read wholly, in the status bar
+    // and in their tabs' tool tips.
+    void markUnreadModules(const QList<int>& unread);
 
     Language language_;
     SetupState state_;

@@ -44,11 +44,31 @@ void frmMain::runSearch(int (Search::*body)(const QList<PortEntry>&, int))
         // the pane follows already; a search of all lines at once over its own.
         if constexpr (std::is_same_v<Search, ConcurrentSearch>)
             frameLog_->log().follow(search);
+        connect(&search, &Search::lineBusy, this, [this](const PortEntry& port, const LineHolder& holder) {
+            notify(Operations::lineBusyText(port.name, holder, language_));
+        });
         const int found = (search.*body)(ports_, bar_->selectedPortNumber());
+        markUnreadModules(search.unreadModules());
         // As if the operator had clicked the first module's tab.
         if (found > 0)
             TabStripCom_Click(0);
     });
+}
+
+void frmMain::markUnreadModules(const QList<int>& unread)
+{
+    QStringList said;
+    for (const int i : unread) {
+        const ModuleRecord& module = state_.table.at(static_cast<size_t>(i));
+        const PortEntry* port = findPort(ports_, module.portNumber);
+        const QString text = pick(msg::kNotReadWholly, language_)
+                                 .arg(QString::number(i + 1), port ? port->name : QString::number(module.portNumber),
+                                      QString::number(module.busAddress));
+        tabStripCom_->setTabToolTip(i, text);
+        said << text;
+    }
+    if (!said.isEmpty())
+        notify(said.join(QLatin1Char(' ')));
 }
 
 void frmMain::showModuleTabs(int count)

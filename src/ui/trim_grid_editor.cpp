@@ -2,6 +2,8 @@
 
 #include "cell_grid.h"
 #include "key_filter.h"
+#include "edit/grid_cells.h"
+#include "model/grid_texts.h"
 #include "model/messages.h"
 
 #include <QItemSelection>
@@ -109,6 +111,11 @@ bool TrimGridEditor::eventFilter(QObject* watched, QEvent* event)
 void TrimGridEditor::show(const EditResult& result)
 {
     const QList<int> rows = grid_->showEdit(result);
+    // An adjust value out of its range stays shown while the record keeps
+    // the old one; such a cell is marked, so that nobody takes it for sent.
+    if (kind_ == TrimGrid::Adjust)
+        grid_->cellModel()->markUnstored(adjustGridCells(state_.current(), language_),
+                                         pick(grid::kShownNotStored, language_));
     if (!rows.isEmpty())
         emit stored(rows);
 }

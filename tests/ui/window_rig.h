@@ -35,18 +35,23 @@ T* child(QWidget& window, const char* name)
     return child<T>(window, QString::fromLatin1(name));
 }
 
-// The window with the line's port and the module's address chosen, as an
-// operator picks them in the two lists.
-inline void chooseModule(frmMain& window, const SimLine& line, int address)
+// The window with a port and a module's address chosen, as an operator picks
+// them in the two lists.
+inline void chooseModuleAt(frmMain& window, const QString& portName, int address)
 {
     auto* ports = child<QComboBox>(window, QStringLiteral("cmbComPort"));
-    const int port = ports->findText(line.portName());
+    const int port = ports->findText(portName);
     ports->setCurrentIndex(port);
     emit ports->activated(port);
     auto* addresses = child<QComboBox>(window, QStringLiteral("cmbModuleIndex"));
     const int index = addresses->findData(address);
     addresses->setCurrentIndex(index);
     emit addresses->activated(index);
+}
+
+inline void chooseModule(frmMain& window, const SimLine& line, int address)
+{
+    chooseModuleAt(window, line.portName(), address);
 }
 
 // File dialogs answered with the names the test sets; empty is Cancel.

@@ -7,7 +7,7 @@
 // --frame-log shows the frame-log pane (View menu) with the search's frames;
 // --ports-open drops the port chooser's list down, taken from the screen.
 
-#include "model/language.h"
+#include "texts/language.h"
 #include "ui/frm_main.h"
 
 #include <QAction>

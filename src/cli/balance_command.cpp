@@ -3,7 +3,7 @@
 
 #include "command_steps.h"
 #include "commands.h"
-#include "model/cli_texts.h"
+#include "texts/cli.h"
 
 #include <QRegularExpression>
 
@@ -44,7 +44,7 @@ int refuseMissingChannels(Session& session, const QCommandLineParser& parser, qi
     const int highest = std::bit_width(static_cast<quint32>(mask));
     if (highest <= module.channelCount)
         return kExitDone;
-    printError(pick(cli_text::kChannelBeyondModule, session.language())
+    printError(pick(texts::cli::kChannelBeyondModule, session.language())
                    .arg(highest)
                    .arg(module.busAddress)
                    .arg(module.channelCount));
@@ -59,7 +59,7 @@ int runBalance(Session& session, const QCommandLineParser& parser)
         return code;
     qint32 mask = -1;
     if (parser.isSet(optionName(Opt::Channels)) && !channelMask(parser.value(optionName(Opt::Channels)), mask))
-        return usage(session, cli_text::kChannelsSyntax);
+        return usage(session, texts::cli::kChannelsSyntax);
     session.state().channelMask[0] = mask;
     PortEntry port;
     if (const int code = takePort(session, parser, port))

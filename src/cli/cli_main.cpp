@@ -2,12 +2,12 @@
 
 #include "cli_options.h"
 #include "commands.h"
-#include "console_output.h"
 #include "console_dialogs.h"
+#include "console_output.h"
 #include "exit_codes.h"
-#include "model/cli_texts.h"
-#include "model/locale_language.h"
-#include "model/qt_translations.h"
+#include "texts/cli.h"
+#include "texts/locale_language.h"
+#include "texts/qt_translations.h"
 
 #include <optional>
 #include <utility>
@@ -17,7 +17,7 @@ namespace {
 
 QString generalHelp(Language language)
 {
-    QString text = pick(cli_text::kUsage, language);
+    QString text = pick(texts::cli::kUsage, language);
     for (const Command& command : commands())
         text += QStringLiteral("  %1%2\n").arg(QString::fromLatin1(command.name).leftJustified(12), pick(*command.summary, language));
     return text;
@@ -65,7 +65,7 @@ int outputChecked(int code, Language language)
     const QString failure = outputFailure();
     if (failure.isEmpty())
         return code;
-    printError(pick(cli_text::kCannotWriteOutput, language).arg(failure));
+    printError(pick(texts::cli::kCannotWriteOutput, language).arg(failure));
     return kExitFileFailed;
 }
 
@@ -103,20 +103,20 @@ int runCli(const QStringList& arguments)
             options.trace = true;
         } else if (const std::optional<QString> value = optionValue(arguments, i, kLang)) {
             if (*value != QLatin1String("zh") && *value != QLatin1String("en")) {
-                printError(pick(cli_text::kLangValues, language));
+                printError(pick(texts::cli::kLangValues, language));
                 return kExitUsage;
             }
             if (std::exchange(langGiven, true)) {
-                printError(pick(cli_text::kGivenTwice, language).arg(QStringLiteral("lang")));
+                printError(pick(texts::cli::kGivenTwice, language).arg(QStringLiteral("lang")));
                 return kExitUsage;
             }
         } else if (const std::optional<QString> file = optionValue(arguments, i, kLog)) {
             if (file->isEmpty()) {
-                printError(pick(cli_text::kLogValue, language));
+                printError(pick(texts::cli::kLogValue, language));
                 return kExitUsage;
             }
             if (!options.logPath.isEmpty()) {
-                printError(pick(cli_text::kGivenTwice, language).arg(QStringLiteral("log")));
+                printError(pick(texts::cli::kGivenTwice, language).arg(QStringLiteral("log")));
                 return kExitUsage;
             }
             options.logPath = *file;
@@ -124,13 +124,13 @@ int runCli(const QStringList& arguments)
             printOut(generalHelp(language).toUtf8());
             return outputChecked(kExitDone, language);
         } else {
-            printError(pick(cli_text::kUnknownOption, language).arg(arg) + QLatin1Char('\n') + generalHelp(language));
+            printError(pick(texts::cli::kUnknownOption, language).arg(arg) + QLatin1Char('\n') + generalHelp(language));
             return kExitUsage;
         }
     }
     const Command* command = i < arguments.size() ? findCommand(arguments[i]) : nullptr;
     if (!command) {
-        printError((i < arguments.size() ? pick(cli_text::kUnknownCommand, language).arg(arguments[i]) + QLatin1Char('\n')
+        printError((i < arguments.size() ? pick(texts::cli::kUnknownCommand, language).arg(arguments[i]) + QLatin1Char('\n')
                                          : QString())
                    + generalHelp(language));
         return kExitUsage;
@@ -138,7 +138,7 @@ int runCli(const QStringList& arguments)
 
     QCommandLineParser parser;
     parser.setApplicationDescription(pick(*command->summary, language));
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, pick(cli_text::kHelpOption, language));
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, pick(texts::cli::kHelpOption, language));
     parser.addOption(help);
     command->declare(parser, language);
     const QStringList rest = QStringList{QStringLiteral("velmor-cli ") + QLatin1String(command->name)} + arguments.mid(i + 1);
@@ -146,21 +146,21 @@ int runCli(const QStringList& arguments)
         printError(parser.errorText());
         for (const QString& unknown : parser.unknownOptionNames()) {
             if (kGlobalOptions.contains(unknown)) {
-                printError(pick(cli_text::kGlobalAfterCommand, language).arg(QStringLiteral("--") + unknown));
+                printError(pick(texts::cli::kGlobalAfterCommand, language).arg(QStringLiteral("--") + unknown));
                 break;
             }
         }
         return kExitUsage;
     }
     if (const QString twice = optionGivenTwice(parser); !twice.isEmpty()) {
-        printError(pick(cli_text::kGivenTwice, language).arg(twice));
+        printError(pick(texts::cli::kGivenTwice, language).arg(twice));
         return kExitUsage;
     }
     if (parser.isSet(help)) {
         // The parser names the program by its path; name the command instead.
         QString text = parser.helpText();
         text.replace(0, text.indexOf(QLatin1Char('\n')),
-                     pick(cli_text::kCommandUsage, language).arg(rest.first(), pick(*command->synopsis, language)));
+                     pick(texts::cli::kCommandUsage, language).arg(rest.first(), pick(*command->synopsis, language)));
         printOut(text.toUtf8());
         return outputChecked(kExitDone, language);
     }

@@ -1,6 +1,6 @@
 #include "cli_options.h"
 
-#include "model/cli_texts.h"
+#include "texts/cli.h"
 
 #include <QSet>
 
@@ -19,16 +19,16 @@ constexpr Text kPortValue{"P", "P"};
 constexpr Text kAddressValue{"A", "A"};
 
 const OptionRow kOptions[] = {
-    {Opt::Port, "port", &cli_text::kPortOption, &kPortValue},
-    {Opt::Ports, "port", &cli_text::kPortsOption, &kPortValue, true},
-    {Opt::Address, "address", &cli_text::kAddressOption, &kAddressValue},
-    {Opt::Save, "save", &cli_text::kSaveOption, &cli_text::kFileValue},
-    {Opt::Config, "config", &cli_text::kConfigOption, &cli_text::kFileValue},
-    {Opt::OnlyOneModule, "only-one-module", &cli_text::kOnlyOneOption, nullptr},
-    {Opt::Channels, "channels", &cli_text::kChannelsOption, &cli_text::kListValue},
-    {Opt::ForceWrite, "force", &cli_text::kForceWriteOption, nullptr},
-    {Opt::ForceBalance, "force", &cli_text::kForceBalanceOption, nullptr},
-    {Opt::Out, "out", &cli_text::kOutOption, &cli_text::kReportValue},
+    {Opt::Port, "port", &texts::cli::kPortOption, &kPortValue},
+    {Opt::Ports, "port", &texts::cli::kPortsOption, &kPortValue, true},
+    {Opt::Address, "address", &texts::cli::kAddressOption, &kAddressValue},
+    {Opt::Save, "save", &texts::cli::kSaveOption, &texts::cli::kFileValue},
+    {Opt::Config, "config", &texts::cli::kConfigOption, &texts::cli::kFileValue},
+    {Opt::OnlyOneModule, "only-one-module", &texts::cli::kOnlyOneOption, nullptr},
+    {Opt::Channels, "channels", &texts::cli::kChannelsOption, &texts::cli::kListValue},
+    {Opt::ForceWrite, "force", &texts::cli::kForceWriteOption, nullptr},
+    {Opt::ForceBalance, "force", &texts::cli::kForceBalanceOption, nullptr},
+    {Opt::Out, "out", &texts::cli::kOutOption, &texts::cli::kReportValue},
 };
 
 const OptionRow& rowOf(Opt option)

@@ -1,12 +1,12 @@
 #include "command_steps.h"
 
 #include "config/config_file.h"
-#include "model/cli_texts.h"
-#include "model/network_port_texts.h"
-#include "serial/network_port.h"
-#include "model/messages.h"
 #include "protocol/frame.h"
+#include "serial/network_port.h"
 #include "shown_text.h"
+#include "texts/cli.h"
+#include "texts/message.h"
+#include "texts/network.h"
 
 namespace velmor::cli {
 
@@ -19,7 +19,7 @@ int usage(const Session& session, const Text& text)
 int takePort(Session& session, const QCommandLineParser& parser, PortEntry& port)
 {
     if (!parser.isSet(optionName(Opt::Port)))
-        return usage(session, cli_text::kPortRequired);
+        return usage(session, texts::cli::kPortRequired);
     const QString argument = parser.value(optionName(Opt::Port));
     if (!session.choosePort(argument, port))
         return unknownPort(session, argument);
@@ -29,13 +29,13 @@ int takePort(Session& session, const QCommandLineParser& parser, PortEntry& port
 int unknownPort(const Session& session, const QString& argument)
 {
     if (namesNetworkScheme(argument)) {
-        printError(pick(net::kNotANetworkPort, session.language()) + QLatin1Char(' ') + shownText(argument));
+        printError(pick(texts::network::kNotANetworkPort, session.language()) + QLatin1Char(' ') + shownText(argument));
         return kExitUsage;
     }
     // As the window says it when a request's port will not open.
-    printError(pick(msg::kOpenComPortFail, session.language()));
-    printError(pick(cli_text::kPortReason, session.language())
-                   .arg(shownText(argument), pick(cli_text::kNoSuchPort, session.language())));
+    printError(pick(texts::message::kOpenComPortFail, session.language()));
+    printError(pick(texts::cli::kPortReason, session.language())
+                   .arg(shownText(argument), pick(texts::cli::kNoSuchPort, session.language())));
     return kExitPortFailed;
 }
 
@@ -44,17 +44,17 @@ int takeAddress(Session& session, const QCommandLineParser& parser)
     bool ok = false;
     const int address = parser.value(optionName(Opt::Address)).toInt(&ok);
     if (ok && address == kBroadcastAddress)
-        return usage(session, cli_text::kAddress255);
+        return usage(session, texts::cli::kAddress255);
     if (!parser.isSet(optionName(Opt::Address)) || !ok || address < 0 || address > kBroadcastAddress)
-        return usage(session, cli_text::kAddressRange);
+        return usage(session, texts::cli::kAddressRange);
     session.record().busAddress = static_cast<qint16>(address);
     return kExitDone;
 }
 
 int configFileFailed(const Session& session, const QString& path, const QString& reason)
 {
-    printError(pick(msg::kOpenConfigFail, session.language()));
-    printError(msg::fileFailure(shownText(path), shownText(reason), session.language()));
+    printError(pick(texts::message::kOpenConfigFail, session.language()));
+    printError(texts::message::fileFailure(shownText(path), shownText(reason), session.language()));
     return kExitFileFailed;
 }
 
@@ -70,7 +70,7 @@ int holdPortLine(Session& session, LineActivity activity, std::optional<Operatio
     hold.emplace(session.operations(), session.operations().currentPort(), activity);
     if (hold->held())
         return kExitDone;
-    printError(pick(msg::kOpenComPortFail, session.language()));
+    printError(pick(texts::message::kOpenComPortFail, session.language()));
     printError(shownText(Operations::lineBusyText(session.operations().currentPort()->name,
                                                   session.operations().busyHolder(), session.language())));
     return kExitPortFailed;

@@ -2,7 +2,7 @@
 
 #include "cli_options.h"
 #include "session.h"
-#include "model/language.h"
+#include "texts/language.h"
 
 #include <QCommandLineParser>
 

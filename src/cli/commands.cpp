@@ -2,9 +2,9 @@
 
 #include "command_steps.h"
 #include "config/config_file.h"
-#include "model/cli_texts.h"
-#include "model/messages.h"
 #include "shown_text.h"
+#include "texts/cli.h"
+#include "texts/message.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -38,7 +38,7 @@ void declareBalance(QCommandLineParser& parser, Language language)
 
 void declareShow(QCommandLineParser& parser, Language language)
 {
-    parser.addPositionalArgument(pick(cli_text::kFileValue, language), pick(cli_text::kFileArgument, language));
+    parser.addPositionalArgument(pick(texts::cli::kFileValue, language), pick(texts::cli::kFileArgument, language));
 }
 
 int runPorts(Session& session, const QCommandLineParser& parser)
@@ -97,17 +97,17 @@ int runBeckon(Session& session, const QCommandLineParser& parser)
 int runShow(Session& session, const QCommandLineParser& parser)
 {
     if (parser.positionalArguments().size() != 1)
-        return usage(session, cli_text::kShowTakesOneFile);
+        return usage(session, texts::cli::kShowTakesOneFile);
     const QString path = parser.positionalArguments().first();
     // Any bytes are shown, as Open takes them; what write would refuse, and
     // what a short file left of the defaults, is said beside the record.
     QByteArray bytes;
-    if (const int code = loadCheckedRecord(session, path, true, cli_text::kNotModuleRecord, &bytes))
+    if (const int code = loadCheckedRecord(session, path, true, texts::cli::kNotModuleRecord, &bytes))
         return code;
     if (const QString notice = shortFileNotice(shownText(path), bytes.size(), session.language()); !notice.isEmpty())
         printError(notice);
     if (const QString fault = recordFaultText(checkStoredRecord(bytes), path, session.language()); !fault.isEmpty())
-        printError(pick(cli_text::kShownNotModuleRecord, session.language()).arg(shownText(path), fault));
+        printError(pick(texts::cli::kShownNotModuleRecord, session.language()).arg(shownText(path), fault));
     session.printRecord(session.portName(session.record().portNumber));
     return kExitDone;
 }
@@ -116,7 +116,7 @@ int runShow(Session& session, const QCommandLineParser& parser)
 
 const QList<Command>& commands()
 {
-    using namespace cli_text;
+    using namespace texts::cli;
     static const QList<Command> list = {
         {"ports", &kOptionsSynopsis, &kPortsSummary, declarePorts, runPorts},
         {"search", &kOptionsSynopsis, &kSearchSummary, declarePorts, runSearch},

@@ -10,12 +10,12 @@
 #include "edit/channel_rules.h"
 #include "edit/frequency_dialog_rules.h"
 #include "edit/grid_cells.h"
-#include "model/cli_texts.h"
 #include "model/fixed_text.h"
-#include "model/frequency_texts.h"
-#include "model/messages.h"
 #include "model/number_text.h"
 #include "shown_text.h"
+#include "texts/cli.h"
+#include "texts/frequency.h"
+#include "texts/message.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -85,11 +85,11 @@ QString fieldNames()
 QString refusalText(Refusal refusal, const ModuleRecord& module, const QString& field, Language language)
 {
     switch (refusal) {
-    case Refusal::NoCapability: return pick(cli_text::kFieldNoCapability, language).arg(modelOf(module), field);
-    case Refusal::ReferenceReadOnly: return pick(cli_text::kFieldReadOnly, language).arg(modelOf(module));
-    case Refusal::NoSuchColumn: return pick(cli_text::kFieldNoColumn, language).arg(modelOf(module), field);
-    case Refusal::UnknownCapability: return pick(cli_text::kFieldUnknownCapability, language).arg(modelOf(module), field);
-    case Refusal::NoEditor: return pick(cli_text::kUnitFollowsType, language);
+    case Refusal::NoCapability: return pick(texts::cli::kFieldNoCapability, language).arg(modelOf(module), field);
+    case Refusal::ReferenceReadOnly: return pick(texts::cli::kFieldReadOnly, language).arg(modelOf(module));
+    case Refusal::NoSuchColumn: return pick(texts::cli::kFieldNoColumn, language).arg(modelOf(module), field);
+    case Refusal::UnknownCapability: return pick(texts::cli::kFieldUnknownCapability, language).arg(modelOf(module), field);
+    case Refusal::NoEditor: return pick(texts::cli::kUnitFollowsType, language);
     case Refusal::None: break;
     }
     return {};
@@ -131,12 +131,12 @@ std::optional<QString> setFrequency(ModuleRecord& module, const QString& value, 
 {
     const std::optional<double> frequency = wholeTextNumber(value);
     if (!frequency)
-        return pick(msg::kInputDataError, language);
+        return pick(texts::message::kInputDataError, language);
     // Out of the limits the dialog offers "Overflow" / "Too low" instead of a frequency.
     const CutoffLimits limits = cutoffLimits(module);
     if (const FrequencyFit fit = frequencyFit(*frequency, limits); fit != FrequencyFit::Within)
-        return pick(cli_text::kCutoffLimits, language)
-            .arg(pick(fit == FrequencyFit::Overflow ? freq::kOverflow : freq::kTooLow, language), modelOf(module),
+        return pick(texts::cli::kCutoffLimits, language)
+            .arg(pick(fit == FrequencyFit::Overflow ? texts::frequency::kOverflow : texts::frequency::kTooLow, language), modelOf(module),
                  QString::number(limits.lowest), QString::number(limits.highest));
     const QString typed = formatNumber(*frequency, kCutoffPicture);
     FrequencyDialogState dialog = startFrequencyDialog(module, typed);
@@ -160,7 +160,7 @@ std::optional<QString> typeAdjust(ModuleRecord& module, const Field& field, cons
             const QString shown = channelCellText(module, row - 1, field.column, 0, language);
             const EditResult typed = typeIntoCell(module, row, field.column, shown, value, language);
             if (!typed.cells.isEmpty() && !typed.stored)
-                return pick(cli_text::kWholeNumberUpTo, language)
+                return pick(texts::cli::kWholeNumberUpTo, language)
                     .arg(QString::fromLatin1(field.name), QString::number(highest));
             merge(result, typed);
             if (typed.cells.isEmpty())  // the cell shows that value already
@@ -178,7 +178,7 @@ std::optional<QString> apply(ModuleRecord& module, const Assignment& assignment,
 {
     const Field* field = findField(assignment.name);
     if (!field)
-        return pick(cli_text::kNoSuchField, language).arg(shownText(assignment.name), fieldNames());
+        return pick(texts::cli::kNoSuchField, language).arg(shownText(assignment.name), fieldNames());
     const QString name = QString::fromLatin1(field->name);
     const ChannelEditor editor = channelEditor(module, field->column, language);
     if (editor.refusal != Refusal::None)
@@ -188,7 +188,7 @@ std::optional<QString> apply(ModuleRecord& module, const Assignment& assignment,
     case EditorKind::List: {
         const int item = listItem(module, field->column, assignment.value);
         if (item < 0)
-            return pick(cli_text::kNoSuchItem, language)
+            return pick(texts::cli::kNoSuchItem, language)
                 .arg(shownText(assignment.value), name, editor.items.join(QStringLiteral(", ")));
         for (const RowSpan& run : runs) {
             openingList(module, field->column, run.first);
@@ -200,9 +200,9 @@ std::optional<QString> apply(ModuleRecord& module, const Assignment& assignment,
     case EditorKind::NumberPrompt: {
         const std::optional<double> number = wholeTextNumber(assignment.value);
         if (!number)
-            return pick(msg::kInputDataError, language);
+            return pick(texts::message::kInputDataError, language);
         if (*number < 0)
-            return pick(cli_text::kNotNegative, language).arg(name);
+            return pick(texts::cli::kNotNegative, language).arg(name);
         if (field->column == kZeroAdjustColumn || field->column == kGainAdjustColumn)
             return typeAdjust(module, *field, assignment.value, runs, language, result);
         for (const RowSpan& run : runs)
@@ -220,7 +220,7 @@ std::optional<QString> apply(ModuleRecord& module, const Assignment& assignment,
 // The file into the current record; unless forced, only a module's record.
 int loadEditedFile(Session& session, const QCommandLineParser& parser, const QString& path)
 {
-    return loadCheckedRecord(session, path, forced(parser), cli_text::kNotModuleRecordToEdit);
+    return loadCheckedRecord(session, path, forced(parser), texts::cli::kNotModuleRecordToEdit);
 }
 
 // Each contiguous run of chosen channels is one selection of the grid.
@@ -248,10 +248,10 @@ int chooseRuns(Session& session, const QCommandLineParser& parser, const ModuleR
     }
     qint32 mask = 0;
     if (!channelMask(parser.value(optionName(Opt::Channels)), mask))
-        return usage(session, cli_text::kChannelsSyntax);
+        return usage(session, texts::cli::kChannelsSyntax);
     const int highest = std::bit_width(static_cast<quint32>(mask));
     if (highest > module.channelCount) {
-        printError(pick(cli_text::kChannelBeyondFile, session.language())
+        printError(pick(texts::cli::kChannelBeyondFile, session.language())
                        .arg(QString::number(highest), modelOf(module), QString::number(module.channelCount)));
         return kExitUsage;
     }
@@ -324,13 +324,13 @@ void printChanges(Session& session, const QString& path, const ModuleRecord& mod
 void declareEdit(QCommandLineParser& parser, Language language)
 {
     // --channels and --force mean here what they say for a file, not for a module.
-    parser.addOption(QCommandLineOption(optionName(Opt::Channels), pick(cli_text::kEditChannelsOption, language),
-                                       pick(cli_text::kListValue, language)));
-    parser.addOption(QCommandLineOption(optionName(Opt::ForceWrite), pick(cli_text::kForceEditOption, language)));
-    parser.addPositionalArgument(pick(cli_text::kFileValue, language), pick(cli_text::kEditFileArgument, language));
-    parser.addPositionalArgument(pick(cli_text::kAssignmentValue, language),
-                                 pick(cli_text::kAssignmentArgument, language),
-                                 pick(cli_text::kAssignmentValue, language) + QStringLiteral("..."));
+    parser.addOption(QCommandLineOption(optionName(Opt::Channels), pick(texts::cli::kEditChannelsOption, language),
+                                       pick(texts::cli::kListValue, language)));
+    parser.addOption(QCommandLineOption(optionName(Opt::ForceWrite), pick(texts::cli::kForceEditOption, language)));
+    parser.addPositionalArgument(pick(texts::cli::kFileValue, language), pick(texts::cli::kEditFileArgument, language));
+    parser.addPositionalArgument(pick(texts::cli::kAssignmentValue, language),
+                                 pick(texts::cli::kAssignmentArgument, language),
+                                 pick(texts::cli::kAssignmentValue, language) + QStringLiteral("..."));
 }
 
 int runEdit(Session& session, const QCommandLineParser& parser)
@@ -338,12 +338,12 @@ int runEdit(Session& session, const QCommandLineParser& parser)
     const Language language = session.language();
     const QStringList arguments = parser.positionalArguments();
     if (arguments.size() < 2)
-        return usage(session, cli_text::kEditTakesFileAndAssignments);
+        return usage(session, texts::cli::kEditTakesFileAndAssignments);
     QList<Assignment> assignments;
     for (const QString& given : arguments.mid(1)) {
         const qsizetype equals = given.indexOf(QLatin1Char('='));
         if (equals <= 0) {
-            printError(pick(cli_text::kNotAnAssignment, language).arg(shownText(given)));
+            printError(pick(texts::cli::kNotAnAssignment, language).arg(shownText(given)));
             return kExitUsage;
         }
         assignments.append({given, given.left(equals).trimmed(), given.mid(equals + 1)});
@@ -362,7 +362,7 @@ int runEdit(Session& session, const QCommandLineParser& parser)
     for (const Assignment& assignment : assignments) {
         EditResult result;
         if (const std::optional<QString> refusal = apply(module, assignment, runs, language, result)) {
-            printError(pick(cli_text::kEditRefused, language).arg(shownText(assignment.given), *refusal));
+            printError(pick(texts::cli::kEditRefused, language).arg(shownText(assignment.given), *refusal));
             return kExitUsage;
         }
         stored = stored || result.stored;

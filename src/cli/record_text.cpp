@@ -1,10 +1,10 @@
 #include "record_text.h"
 
 #include "model/capabilities.h"
-#include "model/grid_texts.h"
 #include "model/parameters.h"
 #include "model/reference.h"
 #include "shown_text.h"
+#include "texts/grid.h"
 
 #include <QList>
 #include <QStringList>
@@ -50,7 +50,7 @@ QStringList numberedHeadings(const Text& heading, int count, Language language)
 
 QString channelName(int c, Language language)
 {
-    return pick(grid::kChannelPrefix, language) + QString::number(c + 1);
+    return pick(texts::grid::kChannelPrefix, language) + QString::number(c + 1);
 }
 
 int shownChannels(const ModuleRecord& record)
@@ -62,22 +62,22 @@ QString moduleSection(const ModuleRecord& record, const QString& portName, Langu
 {
     const auto capability = [&](Capability c) { return capabilityText(record, c, language); };
     const Rows rows = {
-        {pick(grid::kPortLabel, language), portName},
-        {pick(grid::kModuleLabel, language), QString::number(record.busAddress)},
-        {pick(grid::kModelLabel, language), trimmedText(record.modelName) + QStringLiteral(" (") + capability(Capability::Model) + QLatin1Char(')')},
-        {pick(grid::kNumberLabel, language), QString::number(record.moduleNumber)},
-        {pick(grid::kVersionLabel, language), QString::number(record.version)},
-        {pick(grid::kBalanceLabel, language), capability(Capability::Balance)},
-        {pick(grid::kExcitationLabel, language), capability(Capability::Excitation)},
-        {pick(grid::kCouplingLabel, language), capability(Capability::AcCoupling)},
-        {pick(grid::kFilterLabel, language), capability(Capability::Filter)},
-        {pick(grid::kHoldLabel, language), capability(Capability::Hold)},
-        {pick(grid::kZeroAdjustLabel, language), capability(Capability::Zero)},
-        {pick(grid::kGainAdjustLabel, language), capability(Capability::Adjust)},
-        {pick(grid::kGainLabel, language), capability(Capability::Gain)},
-        {pick(grid::kIntegralLabel, language), capability(Capability::Integral)},
+        {pick(texts::grid::kPortLabel, language), portName},
+        {pick(texts::grid::kModuleLabel, language), QString::number(record.busAddress)},
+        {pick(texts::grid::kModelLabel, language), trimmedText(record.modelName) + QStringLiteral(" (") + capability(Capability::Model) + QLatin1Char(')')},
+        {pick(texts::grid::kNumberLabel, language), QString::number(record.moduleNumber)},
+        {pick(texts::grid::kVersionLabel, language), QString::number(record.version)},
+        {pick(texts::grid::kBalanceLabel, language), capability(Capability::Balance)},
+        {pick(texts::grid::kExcitationLabel, language), capability(Capability::Excitation)},
+        {pick(texts::grid::kCouplingLabel, language), capability(Capability::AcCoupling)},
+        {pick(texts::grid::kFilterLabel, language), capability(Capability::Filter)},
+        {pick(texts::grid::kHoldLabel, language), capability(Capability::Hold)},
+        {pick(texts::grid::kZeroAdjustLabel, language), capability(Capability::Zero)},
+        {pick(texts::grid::kGainAdjustLabel, language), capability(Capability::Adjust)},
+        {pick(texts::grid::kGainLabel, language), capability(Capability::Gain)},
+        {pick(texts::grid::kIntegralLabel, language), capability(Capability::Integral)},
     };
-    return pick(grid::kModuleInformation, language) + QLatin1Char('\n') + tableText(rows);
+    return pick(texts::grid::kModuleInformation, language) + QLatin1Char('\n') + tableText(rows);
 }
 
 QString channelSection(const ModuleRecord& record, Language language)
@@ -91,9 +91,9 @@ QString channelSection(const ModuleRecord& record, Language language)
     static constexpr int kHeadingOf[] = {0, 1, 3, 4, 5, 6, 7, 8, 9};
     const bool reference = hasReferenceColumns(record.modelCode);
 
-    QStringList heading{pick(grid::kChannelPrefix, language)};
+    QStringList heading{pick(texts::grid::kChannelPrefix, language)};
     for (int h : kHeadingOf)
-        heading << pick(grid::kChannelHeadings[h], language);
+        heading << pick(texts::grid::kChannelHeadings[h], language);
     if (reference)
         for (ReferenceColumn column : kReferenceColumns)
             heading << referenceHeader(column, language);
@@ -112,8 +112,8 @@ QString channelSection(const ModuleRecord& record, Language language)
 
 QString adjustSection(const ModuleRecord& record, Language language)
 {
-    Rows rows{QStringList{pick(grid::kChannelPrefix, language)} + numberedHeadings(grid::kZeroAdjustHeading, 4, language)
-              + numberedHeadings(grid::kGainAdjustHeading, 4, language)};
+    Rows rows{QStringList{pick(texts::grid::kChannelPrefix, language)} + numberedHeadings(texts::grid::kZeroAdjustHeading, 4, language)
+              + numberedHeadings(texts::grid::kGainAdjustHeading, 4, language)};
     for (int c = 0; c < shownChannels(record); ++c) {
         const ChannelRecord& channel = record.channels[static_cast<size_t>(c)];
         QStringList row{channelName(c, language)};
@@ -132,8 +132,8 @@ QString coefficientSection(const ModuleRecord& record, Language language)
     const bool wide = record.modelCode == 3;
     const int gains = wide ? 11 : 4;
     const int zeros = wide ? 0 : 4;
-    Rows rows{QStringList{pick(grid::kChannelPrefix, language)} + numberedHeadings(grid::kGainCoefHeading, gains, language)
-              + numberedHeadings(grid::kZeroCoefHeading, zeros, language)};
+    Rows rows{QStringList{pick(texts::grid::kChannelPrefix, language)} + numberedHeadings(texts::grid::kGainCoefHeading, gains, language)
+              + numberedHeadings(texts::grid::kZeroCoefHeading, zeros, language)};
     for (int c = 0; c < shownChannels(record); ++c) {
         const ChannelRecord& channel = record.channels[static_cast<size_t>(c)];
         QStringList row{channelName(c, language)};

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "model/language.h"
 #include "model/module_table.h"
+#include "texts/language.h"
 
 #include <QString>
 

@@ -4,12 +4,12 @@
 #include "command_steps.h"
 #include "commands.h"
 #include "link/concurrent_search.h"
-#include "model/cli_texts.h"
-#include "model/messages.h"
 #include "model/record_json.h"
 #include "port_argument.h"
 #include "serial/network_port.h"
 #include "shown_text.h"
+#include "texts/cli.h"
+#include "texts/message.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -28,9 +28,9 @@ int searchedPorts(Session& session, const QCommandLineParser& parser, QList<Port
             if (!session.choosePort(argument, port)) {
                 if (namesNetworkScheme(argument))
                     return unknownPort(session, argument);
-                printError(msg::openPortFail(shownText(argument), session.language()));
-                printError(pick(cli_text::kPortReason, session.language())
-                               .arg(shownText(argument), pick(cli_text::kNoSuchPort, session.language())));
+                printError(texts::message::openPortFail(shownText(argument), session.language()));
+                printError(pick(texts::cli::kPortReason, session.language())
+                               .arg(shownText(argument), pick(texts::cli::kNoSuchPort, session.language())));
                 return kExitPortFailed;
             }
             ports.append(port);
@@ -51,9 +51,9 @@ int runSearch(Session& session, const QCommandLineParser& parser)
     int found = 0;
     bool portFailed = false;
     QList<int> unread;
-    QString report = pick(msg::kNoModuleFound, session.language());
+    QString report = pick(texts::message::kNoModuleFound, session.language());
     if (ports.isEmpty()) {
-        printError(pick(msg::kNoComPort, session.language()));
+        printError(pick(texts::message::kNoComPort, session.language()));
     } else {
         // The closing report goes to standard output; what came before it
         // (refused replies, ports that would not open) to standard error.
@@ -92,7 +92,7 @@ int runSearch(Session& session, const QCommandLineParser& parser)
               + QLatin1Char('\t') + QString::number(module.moduleNumber) + QLatin1Char('\n');
         if (unread.contains(i)) {
             incomplete.append(i + 1);
-            printError(pick(msg::kNotReadWholly, session.language())
+            printError(pick(texts::message::kNotReadWholly, session.language())
                            .arg(QString::number(i + 1), portName, QString::number(module.busAddress)));
         }
     }

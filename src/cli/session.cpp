@@ -2,14 +2,14 @@
 
 #include "console_output.h"
 #include "files/whole_file.h"
-#include "model/cli_texts.h"
-#include "model/frame_log_texts.h"
 #include "model/record_json.h"
 #include "port_argument.h"
 #include "protocol/frame_text.h"
 #include "protocol/replies.h"
 #include "record_text.h"
 #include "shown_text.h"
+#include "texts/cli.h"
+#include "texts/frame_log.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -56,11 +56,11 @@ bool Session::logFramesTo(const QString& path)
         return true;
     QString reason;
     if (!isRegularFileOrAbsent(path)) {
-        printError(pick(log_text::kCannotWrite, language()).arg(shownText(path), pick(cli_text::kNotRegular, language())));
+        printError(pick(texts::frame_log::kCannotWrite, language()).arg(shownText(path), pick(texts::cli::kNotRegular, language())));
         return false;
     }
     if (!logFile_.open(path, &reason)) {
-        printError(pick(log_text::kCannotWrite, language()).arg(shownText(path), shownText(reason)));
+        printError(pick(texts::frame_log::kCannotWrite, language()).arg(shownText(path), shownText(reason)));
         return false;
     }
     QObject::connect(&frameLog_, &FrameLog::appended, [this, path](const FrameRow& row) {
@@ -68,7 +68,7 @@ bool Session::logFramesTo(const QString& path)
         if (logFailed_ || logFile_.append(row, &why))
             return;
         logFailed_ = true;
-        printError(pick(log_text::kStoppedWriting, language()).arg(shownText(path), shownText(why)));
+        printError(pick(texts::frame_log::kStoppedWriting, language()).arg(shownText(path), shownText(why)));
     });
     return true;
 }
@@ -114,13 +114,13 @@ QString Session::portFailureText(const PortEntry& port, OpenFailure failure, con
     const Language lang = language();
     QString reason;
     switch (failure) {
-    case OpenFailure::NoSuchPort: reason = pick(cli_text::kNoSuchPort, lang); break;
-    case OpenFailure::PublisherGone: reason = pick(cli_text::kPublisherGone, lang); break;
+    case OpenFailure::NoSuchPort: reason = pick(texts::cli::kNoSuchPort, lang); break;
+    case OpenFailure::PublisherGone: reason = pick(texts::cli::kPublisherGone, lang); break;
     case OpenFailure::System:
     case OpenFailure::None: reason = systemReason; break;
     }
     const QString where = port.name == port.device ? port.device : port.name + QStringLiteral(" (") + port.device + QLatin1Char(')');
-    return pick(cli_text::kPortReason, lang).arg(shownText(where), shownText(reason));
+    return pick(texts::cli::kPortReason, lang).arg(shownText(where), shownText(reason));
 }
 
 void Session::printRecord(const QString& portName)

@@ -6,7 +6,7 @@
 #include "link/frame_log_csv.h"
 #include "link/module_search.h"
 #include "link/operations.h"
-#include "model/language.h"
+#include "texts/language.h"
 
 #include <QJsonValue>
 

@@ -6,9 +6,9 @@
 #include "config/config_file.h"
 #include "config/config_image.h"
 #include "config/record_check.h"
-#include "model/cli_texts.h"
-#include "model/messages.h"
 #include "shown_text.h"
+#include "texts/cli.h"
+#include "texts/message.h"
 
 #include <QFileInfo>
 
@@ -19,11 +19,11 @@ QString recordFaultText(const RecordCheck& check, const QString& path, Language 
     switch (check.fault) {
     case RecordFault::Size: {
         const qint64 size = QFileInfo(path).size();
-        return size == 1 ? pick(cli_text::kWrongSizeOne, language) : pick(cli_text::kWrongSize, language).arg(size);
+        return size == 1 ? pick(texts::cli::kWrongSizeOne, language) : pick(texts::cli::kWrongSize, language).arg(size);
     }
-    case RecordFault::ModelCode: return pick(cli_text::kBadModelCode, language).arg(check.value);
-    case RecordFault::ModelName: return pick(cli_text::kBadModelName, language);
-    case RecordFault::ChannelCount: return pick(cli_text::kBadChannelCount, language).arg(check.value);
+    case RecordFault::ModelCode: return pick(texts::cli::kBadModelCode, language).arg(check.value);
+    case RecordFault::ModelName: return pick(texts::cli::kBadModelName, language);
+    case RecordFault::ChannelCount: return pick(texts::cli::kBadChannelCount, language).arg(check.value);
     case RecordFault::None: break;
     }
     return {};
@@ -58,8 +58,8 @@ bool forced(const QCommandLineParser& parser) { return parser.isSet(optionName(O
 int loadModuleFile(Session& session, const QCommandLineParser& parser)
 {
     if (!parser.isSet(optionName(Opt::Config)))
-        return usage(session, cli_text::kConfigRequired);
-    return loadCheckedRecord(session, parser.value(optionName(Opt::Config)), forced(parser), cli_text::kNotModuleRecord);
+        return usage(session, texts::cli::kConfigRequired);
+    return loadCheckedRecord(session, parser.value(optionName(Opt::Config)), forced(parser), texts::cli::kNotModuleRecord);
 }
 
 // Learns the module's information into the current record by `ask` (the
@@ -73,7 +73,7 @@ int checkModuleModel(Session& session, const QCommandLineParser& parser, const M
     const ModuleRecord& module = session.record();
     if (module.modelCode == fromFile.modelCode || forced(parser))
         return kExitDone;
-    printError(pick(cli_text::kModelDiffers, session.language())
+    printError(pick(texts::cli::kModelDiffers, session.language())
                    .arg(QString::number(module.busAddress), shownText(trimmedText(module.modelName)),
                         shownText(trimmedText(fromFile.modelName))));
     return kExitUsage;
@@ -106,8 +106,8 @@ int runWriteInfo(Session& session, const QCommandLineParser& parser)
     // The write reaches every module on the line: without the confirmation
     // the question is printed and nothing is sent.
     if (!parser.isSet(optionName(Opt::OnlyOneModule))) {
-        printError(pick(msg::kOnlyOneModule, session.language()));
-        printError(pick(cli_text::kOnlyOneRefused, session.language()));
+        printError(pick(texts::message::kOnlyOneModule, session.language()));
+        printError(pick(texts::cli::kOnlyOneRefused, session.language()));
         return kExitUsage;
     }
     PortEntry port;

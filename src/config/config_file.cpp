@@ -2,7 +2,7 @@
 
 #include "config_image.h"
 #include "image_layout.h"
-#include "model/messages.h"
+#include "texts/message.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -53,7 +53,7 @@ QString shortFileNotice(const QString& path, qsizetype size, Language language)
 {
     if (size >= kStoredBytes)
         return QString();
-    return msg::shortFile(path, size, kStoredBytes, firstChannelNotWhollyRead(size), size >= moduleImage::kChannels,
+    return texts::message::shortFile(path, size, kStoredBytes, firstChannelNotWhollyRead(size), size >= moduleImage::kChannels,
                           language);
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "files/whole_file.h"
-#include "model/language.h"
 #include "model/module_table.h"
+#include "texts/language.h"
 
 #include <QByteArray>
 #include <QString>
@@ -13,7 +13,7 @@ namespace velmor {
 
 // Writes the first kStoredBytes of the record's image to path, whole or not at
 // all (writeWholeFile). False means the file could not be written
-// (msg::kOpenConfigFail); `reason` then holds the system's reason, or nothing
+// (texts::message::kOpenConfigFail); `reason` then holds the system's reason, or nothing
 // when the path is not a regular file (a FIFO, a device), which is refused
 // before anything is opened.
 [[nodiscard]] bool saveConfigFile(const QString& path, const ModuleRecord& record, QString* reason = nullptr);

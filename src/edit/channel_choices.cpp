@@ -2,9 +2,9 @@
 #include "channel_rules.h"
 
 #include "edit/grid_cells.h"
-#include "model/grid_texts.h"
 #include "model/range_from_gain.h"
 #include "model/reference.h"
+#include "texts/grid.h"
 
 namespace velmor {
 
@@ -113,7 +113,7 @@ EditResult toggleAutoBalance(qint32& balanceMask, int row, Language language)
     const quint32 bit = 1u << (row - 1);
     const quint32 mask = static_cast<quint32>(balanceMask) ^ bit;
     balanceMask = static_cast<qint32>(mask);
-    const Text& mark = (mask & bit) ? grid::kAutoBalanceChosen : grid::kAutoBalanceLeftOut;
+    const Text& mark = (mask & bit) ? texts::grid::kAutoBalanceChosen : texts::grid::kAutoBalanceLeftOut;
     EditResult result;
     result.cells << CellUpdate{row, kAutoBalanceColumn, pick(mark, language)};
     return result;

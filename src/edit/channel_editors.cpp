@@ -3,12 +3,12 @@
 
 #include "edit/grid_cells.h"
 
-#include "model/edit_texts.h"
 #include "model/gain_steps.h"
-#include "model/option_texts.h"
-#include "model/parameter_texts.h"
 #include "model/reference.h"
-#include "model/reference_texts.h"
+#include "texts/editor.h"
+#include "texts/option.h"
+#include "texts/parameter.h"
+#include "texts/reference.h"
 
 #include <span>
 #include <utility>
@@ -35,19 +35,19 @@ constexpr GoverningCode kGoverningCodes[] = {
     {8, &ModuleRecord::zeroType},       {9, &ModuleRecord::adjustType},
 };
 
-constexpr Text kExcitationType1[] = {par::kExcitationOpen, opt::kExcitationCurrent};
-constexpr Text kExcitationType2[] = {par::kExcitation10V, par::kExcitation5V, par::kExcitation2V5,
-                                     par::kExcitation1V25};
-constexpr Text kExcitationType3[] = {par::kExcitation4mA,  par::kExcitation100uA, par::kExcitation10V,
-                                     par::kExcitation5V,   par::kExcitation2V5,   par::kExcitation1V25,
-                                     par::kExcitationOpenAll};
-constexpr Text kCouplings[] = {par::kDcCoupling, par::kAcCoupling};
-constexpr Text kCutoffSteps[] = {par::kCutoffBypass, par::kCutoff10Hz, par::kCutoff1KHz};
-constexpr Text kIntegrals[] = {opt::kNo, editor::kIntegralItemOne, editor::kIntegralItemTwo};
-constexpr Text kBridges[] = {ref::kBridgeFull, ref::kBridgeHalf, ref::kBridgeQuarter};
-constexpr Text kObjectTypes[] = {ref::kTypeStrain, ref::kTypePressure};
+constexpr Text kExcitationType1[] = {texts::parameter::kExcitationOpen, texts::option::kExcitationCurrent};
+constexpr Text kExcitationType2[] = {texts::parameter::kExcitation10V, texts::parameter::kExcitation5V, texts::parameter::kExcitation2V5,
+                                     texts::parameter::kExcitation1V25};
+constexpr Text kExcitationType3[] = {texts::parameter::kExcitation4mA,  texts::parameter::kExcitation100uA, texts::parameter::kExcitation10V,
+                                     texts::parameter::kExcitation5V,   texts::parameter::kExcitation2V5,   texts::parameter::kExcitation1V25,
+                                     texts::parameter::kExcitationOpenAll};
+constexpr Text kCouplings[] = {texts::parameter::kDcCoupling, texts::parameter::kAcCoupling};
+constexpr Text kCutoffSteps[] = {texts::parameter::kCutoffBypass, texts::parameter::kCutoff10Hz, texts::parameter::kCutoff1KHz};
+constexpr Text kIntegrals[] = {texts::option::kNo, texts::editor::kIntegralItemOne, texts::editor::kIntegralItemTwo};
+constexpr Text kBridges[] = {texts::reference::kBridgeFull, texts::reference::kBridgeHalf, texts::reference::kBridgeQuarter};
+constexpr Text kObjectTypes[] = {texts::reference::kTypeStrain, texts::reference::kTypePressure};
 
-QStringList texts(std::span<const Text> items, Language language)
+QStringList picked(std::span<const Text> items, Language language)
 {
     QStringList out;
     for (const Text& item : items)
@@ -103,8 +103,8 @@ ChannelEditor prompt(EditorKind kind, Language language)
 {
     ChannelEditor result;
     result.kind = kind;
-    result.promptTitle = pick(editor::kPromptTitle, language);
-    result.promptText = pick(editor::kPromptText, language);
+    result.promptTitle = pick(texts::editor::kPromptTitle, language);
+    result.promptText = pick(texts::editor::kPromptText, language);
     return result;
 }
 
@@ -112,13 +112,13 @@ ChannelEditor cutoffEditor(const ModuleRecord& module, Language language)
 {
     switch (module.filterType) {
     case 2:
-        return list(editor::kCutoffCaption, texts(kCutoffSteps, language), language);
+        return list(texts::editor::kCutoffCaption, picked(kCutoffSteps, language), language);
     case 1:
     case 3:
     case 4: {
         ChannelEditor result;
         result.kind = EditorKind::FrequencyDialog;
-        result.caption = pick(editor::kFrequencyCaption, language);
+        result.caption = pick(texts::editor::kFrequencyCaption, language);
         return result;
     }
     default:
@@ -143,7 +143,7 @@ ChannelEditor channelEditor(const ModuleRecord& module, int column, Language lan
             return refused(Refusal::ReferenceReadOnly);
     }
     switch (column) {
-    case 1: return list(editor::kExcitationCaption, texts(excitationItems(module.excitationType), language), language);
+    case 1: return list(texts::editor::kExcitationCaption, picked(excitationItems(module.excitationType), language), language);
     case 2:
     case 8:
     case 9: return prompt(EditorKind::WholeNumberPrompt, language);
@@ -152,17 +152,17 @@ ChannelEditor channelEditor(const ModuleRecord& module, int column, Language lan
         toggle.kind = EditorKind::Toggle;
         return toggle;
     }
-    case 4: return list(editor::kCouplingCaption, texts(kCouplings, language), language);
-    case 5: return list(editor::kGainCaption, numbers(gainSteps(module.gainType)), language);
+    case 4: return list(texts::editor::kCouplingCaption, picked(kCouplings, language), language);
+    case 5: return list(texts::editor::kGainCaption, numbers(gainSteps(module.gainType)), language);
     case 6: return cutoffEditor(module, language);
-    case 7: return list(editor::kHoldCaption, module.holdType == 1 ? holdItems() : QStringList(), language);
-    case 10: return list(editor::kIntegralCaption, texts(kIntegrals, language), language);
-    case 11: return list(editor::kBridgeCaption, texts(kBridges, language), language);
+    case 7: return list(texts::editor::kHoldCaption, module.holdType == 1 ? holdItems() : QStringList(), language);
+    case 10: return list(texts::editor::kIntegralCaption, picked(kIntegrals, language), language);
+    case 11: return list(texts::editor::kBridgeCaption, picked(kBridges, language), language);
     case 12:
     case 13:
     case 14: return prompt(EditorKind::NumberPrompt, language);
     case kUnitColumn: return refused(Refusal::NoEditor);
-    case 16: return list(editor::kObjectTypeCaption, texts(kObjectTypes, language), language);
+    case 16: return list(texts::editor::kObjectTypeCaption, picked(kObjectTypes, language), language);
     }
     return refused(Refusal::NoSuchColumn);
 }

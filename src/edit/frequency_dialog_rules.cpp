@@ -1,8 +1,8 @@
 #include "frequency_dialog_rules.h"
 
 #include "channel_rules.h"
-#include "model/edit_texts.h"
 #include "model/number_text.h"
+#include "texts/editor.h"
 
 #include <cmath>
 
@@ -95,8 +95,8 @@ EditResult acceptFrequencyDialog(const FrequencyDialogState& state, ModuleRecord
 
 FrequencyDialogCaptions frequencyDialogCaptions(Language language)
 {
-    return {pick(editor::kFrequencyCaption, language), pick(editor::kOkButton, language),
-            pick(editor::kCancelButton, language)};
+    return {pick(texts::editor::kFrequencyCaption, language), pick(texts::editor::kOkButton, language),
+            pick(texts::editor::kCancelButton, language)};
 }
 
 }  // namespace velmor

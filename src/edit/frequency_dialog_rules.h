@@ -3,8 +3,8 @@
 #include "edit/cell_updates.h"
 #include "model/cutoff_frequency.h"
 #include "model/cutoff_groups.h"
-#include "model/language.h"
 #include "model/module_table.h"
+#include "texts/language.h"
 
 #include <QString>
 

@@ -1,9 +1,9 @@
 #include "grid_cells.h"
 
-#include "model/grid_texts.h"
 #include "model/number_text.h"
 #include "model/parameters.h"
 #include "model/reference.h"
+#include "texts/grid.h"
 
 #include <algorithm>
 #include <iterator>
@@ -24,7 +24,7 @@ constexpr ParameterColumn kParameterColumns[] = {
     {5, Parameter::Gain},       {6, Parameter::Cutoff},     {7, Parameter::Hold},
     {8, Parameter::ZeroAdjust}, {9, Parameter::GainAdjust}, {10, Parameter::Integral},
 };
-static_assert(std::size(grid::kChannelHeadings) == kLastParameterColumn);
+static_assert(std::size(texts::grid::kChannelHeadings) == kLastParameterColumn);
 
 constexpr int kLastReferenceColumn = kFirstReferenceColumn + static_cast<int>(std::size(kReferenceColumns)) - 1;
 
@@ -46,7 +46,7 @@ int shownChannels(const ModuleRecord& record)
 
 QString channelName(int channel, Language language)
 {
-    return pick(grid::kChannelPrefix, language) + QString::number(channel + 1);
+    return pick(texts::grid::kChannelPrefix, language) + QString::number(channel + 1);
 }
 
 void appendNumbered(QStringList& headings, const Text& heading, int count, Language language)
@@ -76,7 +76,7 @@ QString channelCellText(const ModuleRecord& record, int channel, int column, qin
         return channelName(channel, language);
     if (column == kAutoBalanceColumn) {
         const bool chosen = (static_cast<quint32>(balanceMask) >> channel) & 1u;
-        return pick(chosen ? grid::kAutoBalanceChosen : grid::kAutoBalanceLeftOut, language);
+        return pick(chosen ? texts::grid::kAutoBalanceChosen : texts::grid::kAutoBalanceLeftOut, language);
     }
     for (const ParameterColumn& p : kParameterColumns)
         if (p.column == column)
@@ -89,8 +89,8 @@ QString channelCellText(const ModuleRecord& record, int channel, int column, qin
 GridCells channelGridCells(const ModuleRecord& record, Language language, qint32 balanceMask)
 {
     GridCells cells;
-    cells.headings << pick(grid::kChannelPrefix, language);
-    for (const Text& heading : grid::kChannelHeadings)
+    cells.headings << pick(texts::grid::kChannelPrefix, language);
+    for (const Text& heading : texts::grid::kChannelHeadings)
         cells.headings << pick(heading, language);
     int lastColumn = kLastParameterColumn;
     if (hasReferenceColumns(record.modelCode)) {
@@ -121,9 +121,9 @@ QString adjustCellText(const ChannelRecord& channel, int column)
 GridCells adjustGridCells(const ModuleRecord& record, Language language)
 {
     GridCells cells;
-    cells.headings << pick(grid::kChannelPrefix, language);
-    appendNumbered(cells.headings, grid::kZeroAdjustHeading, kShownEntries, language);
-    appendNumbered(cells.headings, grid::kGainAdjustHeading, kShownEntries, language);
+    cells.headings << pick(texts::grid::kChannelPrefix, language);
+    appendNumbered(cells.headings, texts::grid::kZeroAdjustHeading, kShownEntries, language);
+    appendNumbered(cells.headings, texts::grid::kGainAdjustHeading, kShownEntries, language);
     for (int channel = 0; channel < shownChannels(record); ++channel) {
         QStringList row{channelName(channel, language)};
         for (int column = 1; column <= 2 * kShownEntries; ++column)
@@ -157,9 +157,9 @@ GridCells calibrationGridCells(const ModuleRecord& record, Language language)
 {
     const int columns = gainCoefColumns(record.modelCode) + zeroCoefColumns(record.modelCode);
     GridCells cells;
-    cells.headings << pick(grid::kChannelPrefix, language);
-    appendNumbered(cells.headings, grid::kGainCoefHeading, gainCoefColumns(record.modelCode), language);
-    appendNumbered(cells.headings, grid::kZeroCoefHeading, zeroCoefColumns(record.modelCode), language);
+    cells.headings << pick(texts::grid::kChannelPrefix, language);
+    appendNumbered(cells.headings, texts::grid::kGainCoefHeading, gainCoefColumns(record.modelCode), language);
+    appendNumbered(cells.headings, texts::grid::kZeroCoefHeading, zeroCoefColumns(record.modelCode), language);
     for (int channel = 0; channel < shownChannels(record); ++channel) {
         QStringList row{channelName(channel, language)};
         for (int column = 1; column <= columns; ++column)

@@ -2,7 +2,7 @@
 
 #include "edit/grid_cells.h"
 #include "model/number_text.h"
-#include "model/edit_texts.h"
+#include "texts/editor.h"
 
 #include <algorithm>
 #include <cmath>
@@ -134,8 +134,8 @@ bool trimRowsNeedPrompt(RowSpan rows)
 
 TrimPrompt trimPrompt(TrimGrid grid, Language language)
 {
-    const Text& text = grid == TrimGrid::Adjust ? editor::kPromptText : editor::kCalibrationPromptText;
-    return {pick(editor::kPromptTitle, language), pick(text, language)};
+    const Text& text = grid == TrimGrid::Adjust ? texts::editor::kPromptText : texts::editor::kCalibrationPromptText;
+    return {pick(texts::editor::kPromptTitle, language), pick(text, language)};
 }
 
 EditResult answerTrimRows(TrimGrid grid, ModuleRecord& module, RowSpan rows, int column, const QString& answer)

@@ -2,8 +2,8 @@
 
 #include "edit/cell_updates.h"
 #include "model/cutoff_groups.h"
-#include "model/language.h"
 #include "model/module_table.h"
+#include "texts/language.h"
 
 #include <QRect>
 #include <QString>
@@ -20,8 +20,8 @@ enum class TrimGrid { Adjust, Calibration };
 
 // Adjust grid, on every change of txtEdit's text: the text read as a number and
 // truncated toward zero must lie within 0..255 (column below 5) or 0..1023
-// (column 5 and above). On false the window shows msg::kInputDataError under
-// msg::kTitle and selects the box's whole text. The coefficient grid has no such
+// (column 5 and above). On false the window shows texts::message::kInputDataError under
+// texts::message::kTitle and selects the box's whole text. The coefficient grid has no such
 // check. The key filter lets only digits through, but a paste reaches the box,
 // so this check is what catches pasted signs and letters.
 bool adjustTextInRange(const QString& text, int column);

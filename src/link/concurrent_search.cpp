@@ -1,7 +1,7 @@
 #include "concurrent_search.h"
 
 #include "module_search.h"
-#include "model/messages.h"
+#include "texts/message.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -175,7 +175,7 @@ void ConcurrentSearch::merge(const QList<Line>& lines)
             full = state.moduleCount >= kModuleSlots;
         }
         if (full)
-            dialogs_.showMessage(pick(msg::kTitle, language), pick(msg::kModuleTableFull, language));
+            dialogs_.showMessage(pick(texts::message::kTitle, language), pick(texts::message::kModuleTableFull, language));
     }
     emit modulesFound(state.moduleCount);
     unread_.clear();

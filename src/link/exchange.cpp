@@ -1,7 +1,7 @@
 #include "exchange.h"
 
-#include "model/messages.h"
 #include "protocol/replies.h"
+#include "texts/message.h"
 
 #include <QEventLoop>
 
@@ -87,7 +87,7 @@ void Exchange::tmrNewData_Timer()
         return;
     }
     const Language language = languageOf(state_.languageMode);
-    dialogs_.showMessage(pick(msg::kTitle, language), pick(msg::kReturnDataFail, language));
+    dialogs_.showMessage(pick(texts::message::kTitle, language), pick(texts::message::kReturnDataFail, language));
     finish(false, true, Failure::BadReply);
 }
 
@@ -111,7 +111,7 @@ void Exchange::tmrOver_Timer()
     // During a search a silent address is normal.
     if (!state_.searching) {
         const Language language = languageOf(state_.languageMode);
-        dialogs_.showMessage(pick(msg::kTitle, language), pick(msg::kNoRespond, language));
+        dialogs_.showMessage(pick(texts::message::kTitle, language), pick(texts::message::kNoRespond, language));
     }
     finish(true, true, Failure::NoReply);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "frame_row.h"
-#include "operator_dialogs.h"
 #include "model/module_table.h"
+#include "operator_dialogs.h"
 #include "protocol/requests.h"
 #include "serial/com_port.h"
 

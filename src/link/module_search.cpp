@@ -1,6 +1,6 @@
 #include "module_search.h"
 
-#include "model/messages.h"
+#include "texts/message.h"
 
 namespace velmor {
 
@@ -23,7 +23,7 @@ int ModuleSearch::searchAndRead(const QList<PortEntry>& ports, int selectedPort)
     Exchange& exchange = operations_.exchange();
     const Language language = languageOf(state.languageMode);
     if (ports.isEmpty()) {
-        dialogs_.showMessage(pick(msg::kTitle, language), pick(msg::kNoComPort, language));
+        dialogs_.showMessage(pick(texts::message::kTitle, language), pick(texts::message::kNoComPort, language));
         return 0;
     }
     state.current().portNumber = static_cast<qint16>(selectedPort);
@@ -64,7 +64,7 @@ bool ModuleSearch::searchPort(const PortEntry& port, int p)
     // The line is held while its addresses are asked.
     const Operations::LineHold line(operations_, &port, LineActivity::Searching);
     if (!line.held()) {
-        dialogs_.showMessage(pick(msg::kTitle, language), msg::openPortFail(port.name, language));
+        dialogs_.showMessage(pick(texts::message::kTitle, language), texts::message::openPortFail(port.name, language));
         emit lineBusy(port, operations_.busyHolder());
         emit progress((p + 1) * kAddresses);
         return true;
@@ -73,7 +73,7 @@ bool ModuleSearch::searchPort(const PortEntry& port, int p)
         if (operations_.abandoned())
             return false;
         if (!exchange.start(readInfoRequest(a), port.number)) {
-            dialogs_.showMessage(pick(msg::kTitle, language), msg::openPortFail(port.name, language));
+            dialogs_.showMessage(pick(texts::message::kTitle, language), texts::message::openPortFail(port.name, language));
             emit portNotOpened(port);
             exchange.abandon();
             emit progress((p + 1) * kAddresses);
@@ -87,7 +87,7 @@ bool ModuleSearch::searchPort(const PortEntry& port, int p)
             ++state.currentModule;
             ++state.moduleCount;
             if (state.currentModule >= kModuleSlots) {
-                dialogs_.showMessage(pick(msg::kTitle, language), pick(msg::kModuleTableFull, language));
+                dialogs_.showMessage(pick(texts::message::kTitle, language), pick(texts::message::kModuleTableFull, language));
                 return false;
             }
         }
@@ -98,9 +98,9 @@ bool ModuleSearch::searchPort(const PortEntry& port, int p)
 void ModuleSearch::report(const SetupState& state, OperatorDialogs& dialogs)
 {
     const Language language = languageOf(state.languageMode);
-    const QString text = state.moduleCount == 0 ? pick(msg::kNoModuleFound, language)
-                                                : msg::foundModules(state.moduleCount, language);
-    dialogs.showMessage(pick(msg::kTitle, language), text);
+    const QString text = state.moduleCount == 0 ? pick(texts::message::kNoModuleFound, language)
+                                                : texts::message::foundModules(state.moduleCount, language);
+    dialogs.showMessage(pick(texts::message::kTitle, language), text);
 }
 
 }  // namespace velmor

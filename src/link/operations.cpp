@@ -1,6 +1,6 @@
 #include "operations.h"
 
-#include "model/messages.h"
+#include "texts/message.h"
 
 #include <QEventLoop>
 #include <QTimer>
@@ -54,9 +54,9 @@ Operations::LineHold Operations::holdLine(LineActivity activity)
 
 QString Operations::lineBusyText(const QString& portName, const LineHolder& holder, Language language)
 {
-    return pick(msg::kLineBusy, language)
+    return pick(texts::message::kLineBusy, language)
         .arg(portName, holder.program, QString::number(holder.pid),
-             pick(msg::kLineActivities[static_cast<int>(holder.activity)], language));
+             pick(texts::message::kLineActivities[static_cast<int>(holder.activity)], language));
 }
 
 const PortEntry* Operations::currentPort() const { return findPort(port_.ports(), state_.current().portNumber); }
@@ -93,19 +93,19 @@ QString writeProgressText(const WriteProgress& p, Language language)
         if (done < total)
             add(notWritten, done + 1, total);
     };
-    split(p.groups, p.groupsDone, msg::kWrittenGroup, msg::kWrittenGroups, nullptr);
-    split(p.adjusts, p.adjustsDone, msg::kWrittenAdjust, msg::kWrittenAdjusts, nullptr);
-    split(p.pairs, p.pairsDone, msg::kWrittenPair, msg::kWrittenPairs, &msg::kWrittenCoefficients);
-    const QString separator = pick(msg::kListAnd, language);
+    split(p.groups, p.groupsDone, texts::message::kWrittenGroup, texts::message::kWrittenGroups, nullptr);
+    split(p.adjusts, p.adjustsDone, texts::message::kWrittenAdjust, texts::message::kWrittenAdjusts, nullptr);
+    split(p.pairs, p.pairsDone, texts::message::kWrittenPair, texts::message::kWrittenPairs, &texts::message::kWrittenCoefficients);
+    const QString separator = pick(texts::message::kListAnd, language);
     const auto said = [&](const Side& side, const Text& was, const Text& were) {
         return pick(side.requests == 1 ? was : were, language).arg(side.names.join(separator));
     };
     QStringList sentence;
     if (!written.names.isEmpty())
-        sentence << said(written, msg::kWasWritten, msg::kWereWritten);
+        sentence << said(written, texts::message::kWasWritten, texts::message::kWereWritten);
     if (!notWritten.names.isEmpty())
-        sentence << said(notWritten, msg::kWasNot, msg::kWereNot);
-    return sentence.join(pick(msg::kProgressJoin, language)) + pick(msg::kSentenceEnd, language);
+        sentence << said(notWritten, texts::message::kWasNot, texts::message::kWereNot);
+    return sentence.join(pick(texts::message::kProgressJoin, language)) + pick(texts::message::kSentenceEnd, language);
 }
 
 int Operations::groupCount(int channelCount)
@@ -142,8 +142,8 @@ LineActivity activityOf(const Request& request)
 bool Operations::notSent(const Request& request, Panel panel, Failure why)
 {
     const Language language = languageOf(state_.languageMode);
-    const Text& title = request.command == kCmdBalance ? msg::kBalanceOpenFailTitle : msg::kOpenFailTitle;
-    dialogs_.showMessage(pick(title, language), pick(msg::kOpenComPortFail, language));
+    const Text& title = request.command == kCmdBalance ? texts::message::kBalanceOpenFailTitle : texts::message::kOpenFailTitle;
+    dialogs_.showMessage(pick(title, language), pick(texts::message::kOpenComPortFail, language));
     if (why == Failure::LineBusy)
         emit lineBusy(*currentPort(), busyHolder_);
     exchange_.abandon(why);
@@ -332,7 +332,7 @@ bool Operations::cmdFrame3Send()
 {
     const Language language = languageOf(state_.languageMode);
     // The write goes to every module on the line, so there must be only one.
-    if (!dialogs_.confirm(pick(msg::kTitle, language), pick(msg::kOnlyOneModule, language)))
+    if (!dialogs_.confirm(pick(texts::message::kTitle, language), pick(texts::message::kOnlyOneModule, language)))
         return false;
     return writeModuleInfo();
 }

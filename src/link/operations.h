@@ -1,8 +1,8 @@
 #pragma once
 
 #include "exchange.h"
-#include "model/language.h"
 #include "serial/line_lock.h"
+#include "texts/language.h"
 
 #include <QObject>
 

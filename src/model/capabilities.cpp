@@ -2,7 +2,7 @@
 
 #include "gain_steps.h"
 #include "models.h"
-#include "option_texts.h"
+#include "texts/option.h"
 
 #include <iterator>
 #include <span>
@@ -11,7 +11,7 @@ namespace velmor {
 
 namespace {
 
-using namespace opt;
+using namespace texts::option;
 
 constexpr Text kExcitationItems[] = {kNo, kExcitationCurrent, kExcitationVoltages, kExcitationAll};
 constexpr Text kPresenceItems[] = {kNo, kYes};

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "language.h"
 #include "module_table.h"
+#include "texts/language.h"
 
 #include <QStringList>
 

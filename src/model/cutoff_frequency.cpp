@@ -1,7 +1,7 @@
 #include "cutoff_frequency.h"
 
-#include "frequency_texts.h"
 #include "number_text.h"
+#include "texts/frequency.h"
 
 #include <cmath>
 #include <limits>
@@ -111,9 +111,9 @@ QString optionCaption(const CutoffChoice& choice, int option, FrequencyFit fit, 
 {
     switch (fit) {
     case FrequencyFit::Overflow:
-        return pick(freq::kOverflow, language);
+        return pick(texts::frequency::kOverflow, language);
     case FrequencyFit::TooLow:
-        return pick(freq::kTooLow, language);
+        return pick(texts::frequency::kTooLow, language);
     case FrequencyFit::Within:
         break;
     }

@@ -2,8 +2,8 @@
 
 #include "gain_steps.h"
 #include "number_text.h"
-#include "option_texts.h"
-#include "parameter_texts.h"
+#include "texts/option.h"
+#include "texts/parameter.h"
 
 #include <iterator>
 #include <optional>
@@ -13,15 +13,15 @@ namespace velmor {
 
 namespace {
 
-using namespace par;
+using namespace texts::parameter;
 
-constexpr Text kExcitationType1[] = {kExcitationOpen, opt::kExcitationCurrent};
+constexpr Text kExcitationType1[] = {kExcitationOpen, texts::option::kExcitationCurrent};
 constexpr Text kExcitationType2[] = {kExcitation10V, kExcitation5V, kExcitation2V5, kExcitation1V25};
 constexpr Text kExcitationType3[] = {kExcitation4mA, kExcitation100uA, kExcitation10V, kExcitation5V,
                                      kExcitation2V5,  kExcitation1V25,  kExcitationOpenAll};
 constexpr Text kCouplings[] = {kDcCoupling, kAcCoupling};
 constexpr Text kCutoffSteps[] = {kCutoffBypass, kCutoff10Hz, kCutoff1KHz};
-constexpr Text kIntegrals[] = {opt::kNo, kIntegralOne, kIntegralTwo};
+constexpr Text kIntegrals[] = {texts::option::kNo, kIntegralOne, kIntegralTwo};
 
 // Continuous cut-off: the text is dividend / code. The 50 k scale starts at
 // code 2 on purpose, the others at 10.
@@ -133,7 +133,7 @@ QString parameterText(Parameter parameter, const ModuleRecord& module, int chann
     if (capabilityCode == 0)
         return pick(parameter == Parameter::Balance ? kBalanceNoSetup : kNoSetup, language);
     const MaybeText text = knownText(parameter, capabilityCode, module.channels.at(static_cast<size_t>(channel)), language);
-    return text ? *text : pick(opt::kUnknown, language);
+    return text ? *text : pick(texts::option::kUnknown, language);
 }
 
 }  // namespace velmor

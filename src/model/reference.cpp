@@ -1,13 +1,13 @@
 #include "reference.h"
 
 #include "number_text.h"
-#include "reference_texts.h"
+#include "texts/reference.h"
 
 namespace velmor {
 
 namespace {
 
-using namespace ref;
+using namespace texts::reference;
 
 constexpr Text kHeaders[] = {kHeaderBridge, kHeaderCoef, kHeaderSensitivity,
                              kHeaderRange,  kHeaderUnit, kHeaderType};

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/language.h"
+#include "texts/language.h"
 
 #include <QString>
 

@@ -1,6 +1,6 @@
 #include "report_pdf.h"
 
-#include "model/report_texts.h"
+#include "texts/report.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QBuffer>
@@ -139,7 +139,7 @@ PdfReport renderReportPdf(const QString& html, Language language)
         painter.restore();
         painter.setFont(footFont);
         painter.drawText(QRectF(0, pageHeight, paper.width(), foot), Qt::AlignRight | Qt::AlignBottom,
-                         pick(report_text::kPage, language).arg(page + 1).arg(report.pages));
+                         pick(texts::report::kPage, language).arg(page + 1).arg(report.pages));
     }
     painter.end();
     return report;

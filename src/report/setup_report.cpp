@@ -2,13 +2,13 @@
 
 #include "edit/grid_cells.h"
 #include "model/capabilities.h"
-#include "model/grid_texts.h"
 #include "model/reference.h"
-#include "model/report_texts.h"
-#include "model/window_texts.h"
 #include "protocol/frame.h"
 #include "protocol/frame_text.h"
 #include "protocol/rebuilt_frames.h"
+#include "texts/grid.h"
+#include "texts/report.h"
+#include "texts/window.h"
 
 #include <algorithm>
 #include <iterator>
@@ -45,10 +45,10 @@ struct InfoRow {
 constexpr int kNumberRow = -1;
 constexpr int kVersionRow = -2;
 constexpr InfoRow kInfoRows[] = {
-    {grid::kModelLabel, 0},      {grid::kNumberLabel, kNumberRow}, {grid::kVersionLabel, kVersionRow},
-    {grid::kBalanceLabel, 2},    {grid::kExcitationLabel, 1},      {grid::kCouplingLabel, 3},
-    {grid::kFilterLabel, 5},     {grid::kHoldLabel, 6},            {grid::kZeroAdjustLabel, 7},
-    {grid::kGainAdjustLabel, 8}, {grid::kGainLabel, 4},            {grid::kIntegralLabel, 9},
+    {texts::grid::kModelLabel, 0},      {texts::grid::kNumberLabel, kNumberRow}, {texts::grid::kVersionLabel, kVersionRow},
+    {texts::grid::kBalanceLabel, 2},    {texts::grid::kExcitationLabel, 1},      {texts::grid::kCouplingLabel, 3},
+    {texts::grid::kFilterLabel, 5},     {texts::grid::kHoldLabel, 6},            {texts::grid::kZeroAdjustLabel, 7},
+    {texts::grid::kGainAdjustLabel, 8}, {texts::grid::kGainLabel, 4},            {texts::grid::kIntegralLabel, 9},
 };
 
 // Label and value pairs side by side, two pairs to a row, so that the
@@ -107,8 +107,8 @@ QString infoValue(const ModuleRecord& record, const InfoRow& row, Language langu
 QString infoTable(const ModuleRecord& record, const ReportSubject& subject, Language language)
 {
     QList<std::pair<QString, QString>> pairs{
-        {pick(grid::kPortLabel, language), subject.line},
-        {pick(grid::kModuleLabel, language), QString::number(record.busAddress)},
+        {pick(texts::grid::kPortLabel, language), subject.line},
+        {pick(texts::grid::kModuleLabel, language), QString::number(record.busAddress)},
     };
     for (const InfoRow& row : kInfoRows)
         pairs.append({pick(row.label, language), infoValue(record, row, language)});
@@ -128,7 +128,7 @@ QString infoTable(const ModuleRecord& record, const ReportSubject& subject, Lang
 QString frameTable(const ModuleRecord& record, Language language)
 {
     QString html = tableStart()
-                 + headRow({pick(report_text::kFrameOf, language), pick(report_text::kFrameBytes, language)})
+                 + headRow({pick(texts::report::kFrameOf, language), pick(texts::report::kFrameBytes, language)})
                  + QStringLiteral("<tbody>\n");
     for (const ReportFrame& frame : reportFrames(record, language)) {
         // The text exactly as the window's frame label holds it, a line of
@@ -159,12 +159,12 @@ QString groupCaption(const Text& text, int group, Language language)
 
 QList<ReportFrame> reportFrames(const ModuleRecord& record, Language language)
 {
-    QList<ReportFrame> frames{{pick(report_text::kInfoFrame, language), rebuiltFrame(record, kGroupInfo, kCmdWrite)}};
+    QList<ReportFrame> frames{{pick(texts::report::kInfoFrame, language), rebuiltFrame(record, kGroupInfo, kCmdWrite)}};
     for (int g = 0; g < channelGroups(record); ++g)
-        frames.append({groupCaption(report_text::kChannelFrame, g, language),
+        frames.append({groupCaption(texts::report::kChannelFrame, g, language),
                        rebuiltFrame(record, kGroupChannelsFirst + g, kCmdWrite)});
     for (int g = 0; g < channelGroups(record); ++g)
-        frames.append({groupCaption(report_text::kAdjustFrame, g, language),
+        frames.append({groupCaption(texts::report::kAdjustFrame, g, language),
                        rebuiltFrame(record, kGroupAdjustFirst + g, kCmdWrite)});
     return frames;
 }
@@ -172,21 +172,21 @@ QList<ReportFrame> reportFrames(const ModuleRecord& record, Language language)
 QString setupReportHtml(const ModuleRecord& record, const ReportSubject& subject, Language language)
 {
     const QString model = trimmedText(record.modelName);
-    const QString title = pick(report_text::kTitle, language) + (model.isEmpty() ? QString() : QStringLiteral(" \u2014 ") + model);
+    const QString title = pick(texts::report::kTitle, language) + (model.isEmpty() ? QString() : QStringLiteral(" \u2014 ") + model);
     QString html = QStringLiteral("<!DOCTYPE html>\n<html lang=\"%1\">\n<head>\n<meta charset=\"utf-8\"/>\n<title>")
                        .arg(language == Language::Chinese ? QStringLiteral("zh-CN") : QStringLiteral("en"))
                  + escaped(title) + QStringLiteral("</title>\n<style>") + QString::fromLatin1(kStyle)
                  + QStringLiteral("</style>\n</head>\n<body>\n");
     html += QStringLiteral("<h1>") + escaped(title) + QStringLiteral("</h1>\n");
-    html += QStringLiteral("<p class=\"made\">") + escaped(pick(report_text::kMadeAt, language).arg(subject.madeAt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))))
+    html += QStringLiteral("<p class=\"made\">") + escaped(pick(texts::report::kMadeAt, language).arg(subject.madeAt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))))
           + QStringLiteral("</p>\n");
-    html += section(pick(grid::kModuleInformation, language), infoTable(record, subject, language));
+    html += section(pick(texts::grid::kModuleInformation, language), infoTable(record, subject, language));
     html += section(channelFrameTitle(record.modelCode, language),
                     // Up to seventeen columns: a smaller, narrower type.
                     gridTable(channelGridCells(record, language, subject.balanceMask), QStringLiteral("channels")));
-    html += section(pick(win::kFrame2, language), gridTable(adjustGridCells(record, language)));
-    html += section(pick(report_text::kCoefficients, language), gridTable(calibrationGridCells(record, language)));
-    html += section(pick(report_text::kFrames, language), frameTable(record, language));
+    html += section(pick(texts::window::kFrame2, language), gridTable(adjustGridCells(record, language)));
+    html += section(pick(texts::report::kCoefficients, language), gridTable(calibrationGridCells(record, language)));
+    html += section(pick(texts::report::kFrames, language), frameTable(record, language));
     return html + QStringLiteral("</body>\n</html>\n");
 }
 

@@ -4,12 +4,12 @@
 #include "edit/grid_cells.h"
 #include "frm_frequence.h"
 #include "key_filter.h"
-#include "model/edit_texts.h"
-#include "model/grid_texts.h"
 #include "model/key_filters.h"
-#include "model/messages.h"
 #include "model/number_text.h"
 #include "object_names.h"
+#include "texts/editor.h"
+#include "texts/grid.h"
+#include "texts/message.h"
 
 #include <QComboBox>
 #include <QCoreApplication>
@@ -93,8 +93,8 @@ ChannelGridEditor::ChannelGridEditor(CellGrid* grid, SetupState& state, Operator
     txtOperate_->installEventFilter(this);
     grid_->installEventFilter(this);
     grid_->cellModel()->setPictures(kAutoBalanceColumn,
-                                    {{pick(grid::kAutoBalanceChosen, language), togglePicture(true)},
-                                     {pick(grid::kAutoBalanceLeftOut, language), togglePicture(false)}});
+                                    {{pick(texts::grid::kAutoBalanceChosen, language), togglePicture(true)},
+                                     {pick(texts::grid::kAutoBalanceLeftOut, language), togglePicture(false)}});
     connect(txtOperate_, &QLineEdit::textEdited, this, &ChannelGridEditor::txtOperate_Change);
     connect(txtOperate_, &QLineEdit::editingFinished, this, &ChannelGridEditor::txtOperate_LostFocus);
     connect(cmbGain_, &QComboBox::activated, this, &ChannelGridEditor::cmbGain_Click);
@@ -194,7 +194,7 @@ bool ChannelGridEditor::startTyping(const QKeyEvent& key)
     row_ = current.row() + 1;
     column_ = column;
     if (column == kCutoffColumn) {
-        caption_->setText(pick(editor::kFrequencyCaption, language_));
+        caption_->setText(pick(texts::editor::kFrequencyCaption, language_));
         caption_->show();
         Option1_[0]->setChecked(true);
         for (QRadioButton* option : Option1_)
@@ -283,7 +283,7 @@ void ChannelGridEditor::show(const EditResult& result)
 
 void ChannelGridEditor::message()
 {
-    dialogs_.showMessage(pick(msg::kTitle, language_), pick(msg::kInputDataError, language_));
+    dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::message::kInputDataError, language_));
 }
 
 }  // namespace velmor

@@ -3,8 +3,8 @@
 #include "edit/cell_updates.h"
 #include "edit/channel_rules.h"
 #include "link/operator_dialogs.h"
-#include "model/language.h"
 #include "model/module_table.h"
+#include "texts/language.h"
 
 #include <QObject>
 

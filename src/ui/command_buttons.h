@@ -1,7 +1,7 @@
 #pragma once
 
-#include "model/language.h"
 #include "object_names.h"
+#include "texts/language.h"
 
 #include <QList>
 #include <QPushButton>

@@ -1,7 +1,7 @@
 #include "frame_log_model.h"
 
-#include "model/frame_log_texts.h"
 #include "protocol/frame_text.h"
+#include "texts/frame_log.h"
 
 #include <QDateTime>
 
@@ -57,7 +57,7 @@ QString FrameLogModel::text(const FrameRow& row, int column) const
     switch (column) {
     case Time: return QDateTime::fromMSecsSinceEpoch(row.msecsSinceEpoch).toString(QStringLiteral("HH:mm:ss.zzz"));
     case Line: return row.line;
-    case Direction: return pick(row.direction == FrameDirection::Out ? log_text::kOut : log_text::kIn, language_);
+    case Direction: return pick(row.direction == FrameDirection::Out ? texts::frame_log::kOut : texts::frame_log::kIn, language_);
     case Outcome: return outcomeText(row, language_);
     case Frame: return frameToText(row.frame);
     }
@@ -68,23 +68,23 @@ QVariant FrameLogModel::headerData(int section, Qt::Orientation orientation, int
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= ColumnCount)
         return QAbstractTableModel::headerData(section, orientation, role);
-    return pick(log_text::kColumns[section], language_);
+    return pick(texts::frame_log::kColumns[section], language_);
 }
 
 QString FrameLogModel::outcomeText(const FrameRow& row, Language language)
 {
     switch (row.outcome) {
-    case FrameOutcome::Sent: return pick(log_text::kSent, language);
-    case FrameOutcome::Accepted: return pick(log_text::kAccepted, language);
+    case FrameOutcome::Sent: return pick(texts::frame_log::kSent, language);
+    case FrameOutcome::Accepted: return pick(texts::frame_log::kAccepted, language);
     case FrameOutcome::Refused: {
-        const auto reasons = std::size(log_text::kRefusalReasons);
+        const auto reasons = std::size(texts::frame_log::kRefusalReasons);
         const QString reason = row.status >= 1 && static_cast<size_t>(row.status) <= reasons
-                                   ? pick(log_text::kRefusalReasons[row.status - 1], language)
+                                   ? pick(texts::frame_log::kRefusalReasons[row.status - 1], language)
                                    : QString();
-        return pick(log_text::kRefused, language).arg(row.status).arg(reason);
+        return pick(texts::frame_log::kRefused, language).arg(row.status).arg(reason);
     }
-    case FrameOutcome::TimedOut: return pick(log_text::kTimedOut, language);
-    case FrameOutcome::SkippedLate: return pick(log_text::kSkippedLate, language);
+    case FrameOutcome::TimedOut: return pick(texts::frame_log::kTimedOut, language);
+    case FrameOutcome::SkippedLate: return pick(texts::frame_log::kSkippedLate, language);
     }
     return {};
 }

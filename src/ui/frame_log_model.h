@@ -1,7 +1,7 @@
 #pragma once
 
 #include "link/frame_log.h"
-#include "model/language.h"
+#include "texts/language.h"
 
 #include <QAbstractTableModel>
 #include <QTimer>

@@ -3,8 +3,8 @@
 #include "file_chooser.h"
 #include "link/frame_log_csv.h"
 #include "link/operator_dialogs.h"
-#include "model/frame_log_texts.h"
-#include "model/messages.h"
+#include "texts/frame_log.h"
+#include "texts/message.h"
 
 #include <QFontDatabase>
 #include <QHBoxLayout>
@@ -40,15 +40,15 @@ FrameLogPane::FrameLogPane(const Exchange& exchange, FileChooser& files, Operato
     , language_(language)
 {
     setObjectName(QStringLiteral("FrameLogPane"));
-    setWindowTitle(pick(log_text::kPaneTitle, language));
+    setWindowTitle(pick(texts::frame_log::kPaneTitle, language));
     // After the title: the dock gives its title to this entry whenever the
     // title changes.
-    toggleViewAction()->setText(pick(log_text::kMnuViewFrameLog, language));
+    toggleViewAction()->setText(pick(texts::frame_log::kMnuViewFrameLog, language));
     toggleViewAction()->setObjectName(QStringLiteral("MnuView_FrameLog"));
     log_.follow(exchange);
 
     table_->setObjectName(QStringLiteral("FrameLogTable"));
-    table_->setAccessibleName(pick(log_text::kTableName, language));
+    table_->setAccessibleName(pick(texts::frame_log::kTableName, language));
     table_->setModel(&model_);
     // Fixed pitch, as the frame labels: the bytes of a frame line up.
     table_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
@@ -92,10 +92,10 @@ void FrameLogPane::setColumnWidths()
     for (const FrameOutcome outcome : {FrameOutcome::Sent, FrameOutcome::Accepted, FrameOutcome::TimedOut,
                                        FrameOutcome::SkippedLate})
         outcomes << FrameLogModel::outcomeText({.outcome = outcome}, language_);
-    for (int status = 1; status <= static_cast<int>(std::size(log_text::kRefusalReasons)); ++status)
+    for (int status = 1; status <= static_cast<int>(std::size(texts::frame_log::kRefusalReasons)); ++status)
         outcomes << FrameLogModel::outcomeText({.outcome = FrameOutcome::Refused, .status = status}, language_);
     column(FrameLogModel::Time, {QStringLiteral("00:00:00.000")});
-    column(FrameLogModel::Direction, {pick(log_text::kOut, language_), pick(log_text::kIn, language_)});
+    column(FrameLogModel::Direction, {pick(texts::frame_log::kOut, language_), pick(texts::frame_log::kIn, language_)});
     column(FrameLogModel::Outcome, outcomes);
     column(FrameLogModel::Frame, {QString(16 * 4, QLatin1Char('0'))});  // a line of 16 bytes
     // Room for a request and a whole reply below the header.
@@ -105,8 +105,8 @@ void FrameLogPane::setColumnWidths()
 
 QWidget* FrameLogPane::buildButtons()
 {
-    auto* exportButton = button("cmdFrameLogExport", log_text::kExport, language_);
-    auto* clearButton = button("cmdFrameLogClear", log_text::kClear, language_);
+    auto* exportButton = button("cmdFrameLogExport", texts::frame_log::kExport, language_);
+    auto* clearButton = button("cmdFrameLogClear", texts::frame_log::kClear, language_);
     connect(exportButton, &QPushButton::clicked, this, &FrameLogPane::exportCsv);
     connect(clearButton, &QPushButton::clicked, &log_, &FrameLog::clear);
     auto* row = new QWidget;
@@ -145,7 +145,7 @@ void FrameLogPane::exportCsv()
         return;
     QString error;
     if (!writeCsv(path, log_.rows(), &error))
-        dialogs_.showMessage(pick(msg::kTitle, language_), pick(log_text::kCannotWrite, language_).arg(path, error));
+        dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::frame_log::kCannotWrite, language_).arg(path, error));
 }
 
 }  // namespace velmor

@@ -1,10 +1,10 @@
 #include "frame_text_pane.h"
 
-#include "model/grid_texts.h"
-#include "model/window_texts.h"
 #include "object_names.h"
 #include "protocol/frame_text.h"
 #include "tab_strip.h"
+#include "texts/grid.h"
+#include "texts/window.h"
 
 #include <QFontDatabase>
 #include <QLabel>
@@ -29,13 +29,13 @@ QLabel* frameLabel(const QString& name, const Text& description, Language langua
 FrameTextPane::FrameTextPane(const FrameTextNames& names, Language language, QWidget* parent)
     : QWidget(parent)
     , tabs_(new QTabBar)
-    , sentCaption_(new QLabel(pick(win::kSentCaption, language)))
-    , returnedCaption_(new QLabel(pick(win::kReturnedCaption, language)))
+    , sentCaption_(new QLabel(pick(texts::window::kSentCaption, language)))
+    , returnedCaption_(new QLabel(pick(texts::window::kReturnedCaption, language)))
 {
     tabs_->setObjectName(QLatin1String(names.tabStrip));
-    tabs_->setAccessibleName(pick(win::kGroupTabsName, language));
+    tabs_->setAccessibleName(pick(texts::window::kGroupTabsName, language));
     tabs_->setExpanding(false);
-    for (const Text& caption : grid::kChannelGroupTabs)
+    for (const Text& caption : texts::grid::kChannelGroupTabs)
         tabs_->addTab(pick(caption, language));
     sentCaption_->setObjectName(QLatin1String(names.sentCaption));
     returnedCaption_->setObjectName(QLatin1String(names.returnedCaption));
@@ -45,12 +45,12 @@ FrameTextPane::FrameTextPane(const FrameTextNames& names, Language language, QWi
     layout->addWidget(tabs_);
     layout->addWidget(sentCaption_);
     for (int g = 0; g < kGroups; ++g) {
-        sent_[g] = frameLabel(arrayName(names.sentLabels, g), win::kSentFrameName, language);
+        sent_[g] = frameLabel(arrayName(names.sentLabels, g), texts::window::kSentFrameName, language);
         layout->addWidget(sent_[g]);
     }
     layout->addWidget(returnedCaption_);
     for (int g = 0; g < kGroups; ++g) {
-        returned_[g] = frameLabel(arrayName(names.returnedLabels, g), win::kReturnedFrameName, language);
+        returned_[g] = frameLabel(arrayName(names.returnedLabels, g), texts::window::kReturnedFrameName, language);
         layout->addWidget(returned_[g]);
     }
     for (int g = 1; g < kGroups; ++g) {
@@ -65,8 +65,8 @@ void FrameTextPane::selectGroup(int g)
     if (g < 0 || g >= kGroups)
         return;
     showTab(tabs_, g);
-    sentCaption_->setText(QString::fromUtf8(win::kGroupSentCaptions[g]));
-    returnedCaption_->setText(QString::fromUtf8(win::kGroupReturnedCaptions[g]));
+    sentCaption_->setText(QString::fromUtf8(texts::window::kGroupSentCaptions[g]));
+    returnedCaption_->setText(QString::fromUtf8(texts::window::kGroupReturnedCaptions[g]));
     for (int i = 0; i < kGroups; ++i) {
         sent_[i]->setVisible(i == g);
         returned_[i]->setVisible(i == g);

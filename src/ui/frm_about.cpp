@@ -1,7 +1,7 @@
 #include "frm_about.h"
 
-#include "model/about_texts.h"
-#include "model/messages.h"
+#include "texts/about.h"
+#include "texts/message.h"
 
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -35,19 +35,19 @@ frmAbout::frmAbout(Language language, OperatorDialogs& dialogs, QWidget* parent)
     : QDialog(parent), language_(language), dialogs_(dialogs)
 {
     setObjectName(QStringLiteral("frmAbout"));
-    setWindowTitle(pick(about::kCaption, language));
-    auto* title = new QLabel(pick(about::kTitle, language));
+    setWindowTitle(pick(texts::about::kCaption, language));
+    auto* title = new QLabel(pick(texts::about::kTitle, language));
     title->setObjectName(QStringLiteral("lblTitle"));
     QFont large = title->font();
     large.setPointSizeF(large.pointSizeF() * 1.4);
     large.setBold(true);
     title->setFont(large);
-    auto* version = new QLabel(pick(about::kVersionPrefix, language) + QStringLiteral(VELMOR_VERSION));
+    auto* version = new QLabel(pick(texts::about::kVersionPrefix, language) + QStringLiteral(VELMOR_VERSION));
     version->setObjectName(QStringLiteral("lblVersion"));
-    auto* ok = new QPushButton(pick(about::kOk, language));
+    auto* ok = new QPushButton(pick(texts::about::kOk, language));
     ok->setObjectName(QStringLiteral("cmdOK"));
     ok->setDefault(true);
-    auto* sysInfo = new QPushButton(pick(about::kSystemInfo, language));
+    auto* sysInfo = new QPushButton(pick(texts::about::kSystemInfo, language));
     sysInfo->setObjectName(QStringLiteral("cmdSysInfo"));
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
     connect(sysInfo, &QPushButton::clicked, this, &frmAbout::cmdSysInfo_Click);
@@ -67,7 +67,7 @@ void frmAbout::cmdSysInfo_Click()
 {
     const QString tool = systemInfoTool();
     if (tool.isEmpty() || !QProcess::startDetached(tool, {}))
-        dialogs_.showMessage(pick(msg::kTitle, language_), pick(about::kSystemInfoUnavailable, language_));
+        dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::about::kSystemInfoUnavailable, language_));
 }
 
 }  // namespace velmor

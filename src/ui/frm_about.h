@@ -1,7 +1,7 @@
 #pragma once
 
 #include "link/operator_dialogs.h"
-#include "model/language.h"
+#include "texts/language.h"
 
 #include <QDialog>
 

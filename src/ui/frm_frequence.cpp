@@ -1,9 +1,9 @@
 #include "frm_frequence.h"
 
 #include "model/cutoff_frequency.h"
-#include "model/edit_texts.h"
-#include "model/messages.h"
 #include "object_names.h"
+#include "texts/editor.h"
+#include "texts/message.h"
 
 #include <QButtonGroup>
 #include <QFocusEvent>
@@ -64,7 +64,7 @@ frmFrequence::frmFrequence(const ModuleRecord& module, const QString& cellText, 
     , options_(new QButtonGroup(this))
 {
     setObjectName(QStringLiteral("frmFrequence"));
-    setWindowTitle(pick(msg::kTitle, language));
+    setWindowTitle(pick(texts::message::kTitle, language));
     const FrequencyDialogCaptions captions = frequencyDialogCaptions(language);
 
     auto* lblCaption = new QLabel(captions.label);
@@ -78,7 +78,7 @@ frmFrequence::frmFrequence(const ModuleRecord& module, const QString& cellText, 
 
     auto* group = new QGroupBox;
     group->setObjectName(QStringLiteral("Option1"));
-    group->setAccessibleName(withoutTrailingBlanks(pick(editor::kCutoffCaption, language)));
+    group->setAccessibleName(withoutTrailingBlanks(pick(texts::editor::kCutoffCaption, language)));
     auto* optionLayout = new QVBoxLayout(group);
     const QStringList possible = possibleCaptions(language);
     for (int i = 0; i < static_cast<int>(option1_.size()); ++i) {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "edit/frequency_dialog_rules.h"
-#include "model/language.h"
 #include "model/module_table.h"
+#include "texts/language.h"
 
 #include <QDialog>
 

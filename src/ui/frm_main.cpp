@@ -8,9 +8,6 @@
 #include "frm_about.h"
 #include "help_manual.h"
 #include "main_menus.h"
-#include "model/messages.h"
-#include "model/report_texts.h"
-#include "model/window_texts.h"
 #include "module_info_fields.h"
 #include "module_view.h"
 #include "operation_panels.h"
@@ -19,6 +16,9 @@
 #include "report/setup_report.h"
 #include "serial/port_list.h"
 #include "tab_strip.h"
+#include "texts/message.h"
+#include "texts/report.h"
+#include "texts/window.h"
 #include "twips.h"
 #include "widget_dialogs.h"
 
@@ -72,11 +72,11 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
     setObjectName(QStringLiteral("frmMain"));
     // Form_Resize's first rule: never narrower than 8000 twips.
     setMinimumWidth(twipsToPixels(twips::kMinimumWidth, this));
-    setWindowTitle(pick(win::kWindowTitle, language_));
+    setWindowTitle(pick(texts::window::kWindowTitle, language_));
     state_.languageMode = languageMode;
 
     tabStripCom_->setObjectName(QStringLiteral("TabStripCom"));
-    tabStripCom_->setAccessibleName(pick(win::kModuleTabsName, language_));
+    tabStripCom_->setAccessibleName(pick(texts::window::kModuleTabsName, language_));
     tabStripCom_->setExpanding(false);
 
     auto* centre = new QWidget;
@@ -119,9 +119,9 @@ frmMain::~frmMain() = default;
 QWidget* frmMain::buildFrames()
 {
     tabStrip1_->setObjectName(QStringLiteral("TabStrip1"));
-    tabStrip1_->setAccessibleName(pick(win::kFrameTabsName, language_));
+    tabStrip1_->setAccessibleName(pick(texts::window::kFrameTabsName, language_));
     tabStrip1_->setExpanding(false);
-    for (const Text& caption : win::kFrameTabs)
+    for (const Text& caption : texts::window::kFrameTabs)
         tabStrip1_->addTab(pick(caption, language_));
     for (QWidget* frame : std::initializer_list<QWidget*>{frame1_, frame2_, frame3_})
         frames_->addWidget(frame);
@@ -247,7 +247,7 @@ void frmMain::Form_Load()
     state_.languageMode = languageMode;
     applyPorts(listPorts());
     if (ports_.isEmpty())
-        dialogs_.showMessage(pick(msg::kTitle, language_), pick(msg::kNoComPort, language_));
+        dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::message::kNoComPort, language_));
     else
         state_.current().portNumber = static_cast<qint16>(bar_->selectedPortNumber());
     view_.showAll();
@@ -292,7 +292,7 @@ void frmMain::MnuFile_Open_Click()
     QString reason;
     qsizetype size = 0;
     if (!loadConfigFile(path, state_.current(), &reason, &size))
-        notify(msg::fileFailure(path, reason, language_));
+        notify(texts::message::fileFailure(path, reason, language_));
     else
         notify(shortFileNotice(path, size, language_));
     // The file's port belongs to the machine it came from: the first port
@@ -316,12 +316,12 @@ void frmMain::MnuFile_SaveAs_Click()
 void frmMain::MnuFile_ExportReport_Click()
 {
     const QString path =
-        files_.reportFileName(pick(report_text::kPdfFilter, language_), pick(report_text::kHtmlFilter, language_));
+        files_.reportFileName(pick(texts::report::kPdfFilter, language_), pick(texts::report::kHtmlFilter, language_));
     if (path.isEmpty())
         return;
     const std::optional<ReportFormat> format = reportFormatFor(path);
     if (!format) {
-        dialogs_.showMessage(pick(msg::kTitle, language_), pick(report_text::kNeedsSuffix, language_).arg(path));
+        dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::report::kNeedsSuffix, language_).arg(path));
         return;
     }
     const ModuleRecord& record = state_.current();
@@ -331,7 +331,7 @@ void frmMain::MnuFile_ExportReport_Click()
                                 QDateTime::currentDateTime()};
     const QString failure = writeReportFile(path, *format, setupReportHtml(record, subject, language_), language_);
     if (!failure.isEmpty())
-        dialogs_.showMessage(pick(msg::kTitle, language_), pick(report_text::kCannotWrite, language_).arg(path, failure));
+        dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::report::kCannotWrite, language_).arg(path, failure));
 }
 
 void frmMain::save(const QString& path)
@@ -339,8 +339,8 @@ void frmMain::save(const QString& path)
     QString reason;
     if (saveConfigFile(path, state_.current(), &reason))
         return;
-    dialogs_.showMessage(pick(msg::kTitle, language_), pick(msg::kOpenConfigFail, language_));
-    notify(msg::fileFailure(path, reason, language_));
+    dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::message::kOpenConfigFail, language_));
+    notify(texts::message::fileFailure(path, reason, language_));
 }
 
 void frmMain::closeEvent(QCloseEvent* event)

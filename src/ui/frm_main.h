@@ -1,14 +1,14 @@
 #pragma once
 
-#include "link/module_search.h"
-#include "link/operations.h"
-#include "model/language.h"
-#include "model/module_table.h"
-#include "serial/com_port.h"
 #include "frame_display.h"
 #include "grid_editing.h"
+#include "link/module_search.h"
+#include "link/operations.h"
+#include "model/module_table.h"
 #include "module_view.h"
+#include "serial/com_port.h"
 #include "serial/port_watcher.h"
+#include "texts/language.h"
 
 #include <QMainWindow>
 

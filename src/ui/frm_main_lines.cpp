@@ -5,11 +5,11 @@
 
 #include "frame_log_pane.h"
 #include "link/concurrent_search.h"
-#include "model/messages.h"
-#include "model/network_port_texts.h"
 #include "port_search_bar.h"
 #include "remembered_ports.h"
 #include "serial/network_port.h"
+#include "texts/message.h"
+#include "texts/network.h"
 
 #include <QProgressBar>
 #include <QSignalBlocker>
@@ -61,7 +61,7 @@ void frmMain::markUnreadModules(const QList<int>& unread)
     for (const int i : unread) {
         const ModuleRecord& module = state_.table.at(static_cast<size_t>(i));
         const PortEntry* port = findPort(ports_, module.portNumber);
-        const QString text = pick(msg::kNotReadWholly, language_)
+        const QString text = pick(texts::message::kNotReadWholly, language_)
                                  .arg(QString::number(i + 1), port ? port->name : QString::number(module.portNumber),
                                       QString::number(module.busAddress));
         tabStripCom_->setTabToolTip(i, text);
@@ -114,12 +114,12 @@ void frmMain::cmbComPort_Click(int number)
 
 void frmMain::addNetworkPort()
 {
-    const QString title = pick(msg::kTitle, language_);
-    const QString address = dialogs_.askText(title, pick(net::kAddNetworkPortPrompt, language_)).trimmed();
+    const QString title = pick(texts::message::kTitle, language_);
+    const QString address = dialogs_.askText(title, pick(texts::network::kAddNetworkPortPrompt, language_)).trimmed();
     if (address.isEmpty())  // Cancel
         return;
     if (!isNetworkPort(address)) {
-        dialogs_.showMessage(title, pick(net::kNotANetworkPort, language_));
+        dialogs_.showMessage(title, pick(texts::network::kNotANetworkPort, language_));
         return;
     }
     rememberNetworkPort(address);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "link/operator_dialogs.h"
-#include "model/language.h"
 #include "model/module_table.h"
+#include "texts/language.h"
 
 #include <QObject>
 

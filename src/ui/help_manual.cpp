@@ -1,8 +1,8 @@
 #include "help_manual.h"
 
 #include "config/config_location.h"
-#include "model/about_texts.h"
-#include "model/messages.h"
+#include "texts/about.h"
+#include "texts/message.h"
 
 #include <QCoreApplication>
 #include <QDesktopServices>
@@ -40,7 +40,7 @@ bool openManual(Language language)
 void MnuHelp_Content_Click(Language language, OperatorDialogs& dialogs)
 {
     if (!openManual(language))
-        dialogs.showMessage(pick(msg::kTitle, language), pick(about::kManualMissing, language) + manualPath(language));
+        dialogs.showMessage(pick(texts::message::kTitle, language), pick(texts::about::kManualMissing, language) + manualPath(language));
 }
 
 }  // namespace velmor

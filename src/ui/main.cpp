@@ -1,7 +1,7 @@
 // velmor: the main window.
 
-#include "model/locale_language.h"
-#include "model/qt_translations.h"
+#include "texts/locale_language.h"
+#include "texts/qt_translations.h"
 #include "ui/frm_main.h"
 
 #include <QApplication>

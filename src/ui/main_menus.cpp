@@ -1,9 +1,9 @@
 #include "main_menus.h"
 
-#include "model/frame_log_texts.h"
-#include "model/network_port_texts.h"
-#include "model/report_texts.h"
-#include "model/window_texts.h"
+#include "texts/frame_log.h"
+#include "texts/network.h"
+#include "texts/report.h"
+#include "texts/window.h"
 
 #include <QMenuBar>
 
@@ -32,33 +32,33 @@ MainMenus::MainMenus(QMenuBar* bar, Language language) : QObject(bar)
         connect(action, &QAction::triggered, this, signal);
         return action;
     };
-    QMenu* file = menuOf(bar, "MnuFile", win::kMnuFile, language);
+    QMenu* file = menuOf(bar, "MnuFile", texts::window::kMnuFile, language);
     // Open and save wait while a flow runs: the record is in use.
-    commandActions_ << wired(entry(file, "MnuFile_Open", win::kMnuFileOpen, language), &MainMenus::open)
-                    << wired(entry(file, "MnuFile_Save", win::kMnuFileSave, language), &MainMenus::save)
-                    << wired(entry(file, "MnuFile_SaveAs", win::kMnuFileSaveAs, language), &MainMenus::saveAs)
+    commandActions_ << wired(entry(file, "MnuFile_Open", texts::window::kMnuFileOpen, language), &MainMenus::open)
+                    << wired(entry(file, "MnuFile_Save", texts::window::kMnuFileSave, language), &MainMenus::save)
+                    << wired(entry(file, "MnuFile_SaveAs", texts::window::kMnuFileSaveAs, language), &MainMenus::saveAs)
                     // Like Save As, it reports the record the window holds,
                     // found by a search or opened from a file.
-                    << wired(entry(file, "MnuFile_ExportReport", report_text::kMnuFileExportReport, language),
+                    << wired(entry(file, "MnuFile_ExportReport", texts::report::kMnuFileExportReport, language),
                              &MainMenus::exportReport);
     file->addSeparator();
-    wired(entry(file, "MnuFile_Exit", win::kMnuFileExit, language), &MainMenus::exit);
+    wired(entry(file, "MnuFile_Exit", texts::window::kMnuFileExit, language), &MainMenus::exit);
 
-    QMenu* operate = menuOf(bar, "MnuOperate", win::kMnuOperate, language);
-    commandActions_ << wired(entry(operate, "MnuOperate_Search", win::kMnuOperateSearch, language), &MainMenus::search)
-                    << wired(entry(operate, "MnuOperate_SearchAll", net::kMnuOperateSearchAll, language),
+    QMenu* operate = menuOf(bar, "MnuOperate", texts::window::kMnuOperate, language);
+    commandActions_ << wired(entry(operate, "MnuOperate_Search", texts::window::kMnuOperateSearch, language), &MainMenus::search)
+                    << wired(entry(operate, "MnuOperate_SearchAll", texts::network::kMnuOperateSearchAll, language),
                              &MainMenus::searchAll);
-    moduleActions_ << wired(entry(operate, "MnuOperate_Send", win::kMnuOperateSend, language), &MainMenus::send)
-                   << wired(entry(operate, "MnuOperate_Read", win::kMnuOperateRead, language), &MainMenus::read)
-                   << wired(entry(operate, "MnuOperate_Balance", win::kMnuOperateBalance, language), &MainMenus::balance);
+    moduleActions_ << wired(entry(operate, "MnuOperate_Send", texts::window::kMnuOperateSend, language), &MainMenus::send)
+                   << wired(entry(operate, "MnuOperate_Read", texts::window::kMnuOperateRead, language), &MainMenus::read)
+                   << wired(entry(operate, "MnuOperate_Balance", texts::window::kMnuOperateBalance, language), &MainMenus::balance);
     commandActions_ << moduleActions_
-                    << wired(entry(operate, "MnuOperate_Beckon", win::kMnuOperateBeckon, language), &MainMenus::beckon);
+                    << wired(entry(operate, "MnuOperate_Beckon", texts::window::kMnuOperateBeckon, language), &MainMenus::beckon);
 
-    view_ = menuOf(bar, "MnuView", log_text::kMnuView, language);
+    view_ = menuOf(bar, "MnuView", texts::frame_log::kMnuView, language);
 
-    QMenu* help = menuOf(bar, "MnuHelp", win::kMnuHelp, language);
-    wired(entry(help, "MnuHelp_Content", win::kMnuHelpContent, language), &MainMenus::helpContent);
-    wired(entry(help, "MnuHelp_About", win::kMnuHelpAbout, language), &MainMenus::about);
+    QMenu* help = menuOf(bar, "MnuHelp", texts::window::kMnuHelp, language);
+    wired(entry(help, "MnuHelp_Content", texts::window::kMnuHelpContent, language), &MainMenus::helpContent);
+    wired(entry(help, "MnuHelp_About", texts::window::kMnuHelpAbout, language), &MainMenus::about);
 }
 
 void MainMenus::addViewEntry(QAction* action) { view_->addAction(action); }

@@ -1,10 +1,10 @@
 #include "module_info_fields.h"
 
 #include "key_filter.h"
-#include "model/grid_texts.h"
-#include "model/messages.h"
 #include "model/number_text.h"
 #include "object_names.h"
+#include "texts/grid.h"
+#include "texts/message.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -32,10 +32,10 @@ struct Row {
     int list;
 };
 constexpr Row kRows[] = {
-    {grid::kModelLabel, 0},     {grid::kNumberLabel, kModuleNumberRow}, {grid::kVersionLabel, kVersionRow},
-    {grid::kBalanceLabel, 2},   {grid::kExcitationLabel, 1},            {grid::kCouplingLabel, 3},
-    {grid::kFilterLabel, 5},    {grid::kHoldLabel, 6},                  {grid::kZeroAdjustLabel, 7},
-    {grid::kGainAdjustLabel, 8}, {grid::kGainLabel, 4},                 {grid::kIntegralLabel, 9},
+    {texts::grid::kModelLabel, 0},     {texts::grid::kNumberLabel, kModuleNumberRow}, {texts::grid::kVersionLabel, kVersionRow},
+    {texts::grid::kBalanceLabel, 2},   {texts::grid::kExcitationLabel, 1},            {texts::grid::kCouplingLabel, 3},
+    {texts::grid::kFilterLabel, 5},    {texts::grid::kHoldLabel, 6},                  {texts::grid::kZeroAdjustLabel, 7},
+    {texts::grid::kGainAdjustLabel, 8}, {texts::grid::kGainLabel, 4},                 {texts::grid::kIntegralLabel, 9},
 };
 
 QLineEdit* numberBox(const char* name, const Text& label, Language language)
@@ -54,8 +54,8 @@ ModuleInfoFields::ModuleInfoFields(SetupState& state, OperatorDialogs& dialogs, 
     , state_(state)
     , dialogs_(dialogs)
     , language_(language)
-    , txtModuleNumber_(numberBox("txtModuleNumber", grid::kNumberLabel, language))
-    , txtVer_(numberBox("txtVer", grid::kVersionLabel, language))
+    , txtModuleNumber_(numberBox("txtModuleNumber", texts::grid::kNumberLabel, language))
+    , txtVer_(numberBox("txtVer", texts::grid::kVersionLabel, language))
 {
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -80,7 +80,7 @@ ModuleInfoFields::ModuleInfoFields(SetupState& state, OperatorDialogs& dialogs, 
         text->setObjectName(arrayName("txtModulePar", list));
         text->setReadOnly(true);
         text->setFocusPolicy(Qt::ClickFocus);
-        text->setAccessibleName(label->text() + pick(grid::kChosenTextSuffix, language));
+        text->setAccessibleName(label->text() + pick(texts::grid::kChosenTextSuffix, language));
         label->setBuddy(combo);
         layout->addWidget(combo, row, 1);
         layout->addWidget(text, row, 2);
@@ -138,7 +138,7 @@ std::optional<int> ModuleInfoFields::typedNumber(const QLineEdit* box, int highe
 {
     const auto number = wholeNumberWithin(box->text(), highest);
     if (!number)
-        dialogs_.showMessage(pick(msg::kTitle, language_), pick(msg::kInputDataError, language_));
+        dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::message::kInputDataError, language_));
     return number;
 }
 

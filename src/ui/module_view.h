@@ -1,8 +1,8 @@
 #pragma once
 
-#include "model/language.h"
 #include "model/module_table.h"
 #include "protocol/requests.h"
+#include "texts/language.h"
 
 #include <QObject>
 

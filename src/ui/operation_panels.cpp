@@ -2,9 +2,9 @@
 
 #include "cell_grid.h"
 #include "command_buttons.h"
-#include "model/window_texts.h"
 #include "module_info_fields.h"
 #include "protocol/frame_text.h"
+#include "texts/window.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -70,21 +70,21 @@ QPushButton* OperationPanel::command(const char* name, const Text& caption, void
 
 QLayout* OperationPanel::groupCommands(const char* readName, const char* sendName)
 {
-    const auto reads = groupButtons(readName, win::kReadGroup, language_, [this](int g) { emit readGroup(g); });
-    const auto sends = groupButtons(sendName, win::kSendGroup, language_, [this](int g) { emit sendGroup(g); });
+    const auto reads = groupButtons(readName, texts::window::kReadGroup, language_, [this](int g) { emit readGroup(g); });
+    const auto sends = groupButtons(sendName, texts::window::kSendGroup, language_, [this](int g) { emit sendGroup(g); });
     for (QPushButton* button : reads + sends)
         lockDuringExchanges(button);
     return groupRows(reads, sends);
 }
 
 ChannelSetupPanel::ChannelSetupPanel(Language language)
-    : OperationPanel("Frame1", win::kFrame1, language)
+    : OperationPanel("Frame1", texts::window::kFrame1, language)
     , pane_(new FrameTextPane(kOperateNames, language))
-    , MSHGridOperate_(new CellGrid(QStringLiteral("MSHGridOperate"), pick(win::kChannelGridName, language)))
-    , MSHGridCalibration_(new CellGrid(QStringLiteral("MSHGridCalibration"), pick(win::kCalibrationGridName, language)))
-    , cmdShow_(new QPushButton(QString::fromUtf8(win::kShowCoefficients)))
+    , MSHGridOperate_(new CellGrid(QStringLiteral("MSHGridOperate"), pick(texts::window::kChannelGridName, language)))
+    , MSHGridCalibration_(new CellGrid(QStringLiteral("MSHGridCalibration"), pick(texts::window::kCalibrationGridName, language)))
+    , cmdShow_(new QPushButton(QString::fromUtf8(texts::window::kShowCoefficients)))
 {
-    auto* caption = new QLabel(pick(win::kCaption, language));
+    auto* caption = new QLabel(pick(texts::window::kCaption, language));
     caption->setObjectName(QStringLiteral("lblCaption"));
     cmdShow_->setObjectName(QStringLiteral("cmdShow"));
     MSHGridCalibration_->hide();
@@ -102,9 +102,9 @@ ChannelSetupPanel::ChannelSetupPanel(Language language)
     for (QWidget* control : std::initializer_list<QWidget*>{cmdShow_, MSHGridOperate_, MSHGridCalibration_})
         lockDuringExchanges(control);
     body()->addLayout(groupCommands("cmdReceive", "cmdSend"));
-    body()->addLayout(row({command("cmdFrame1Receive", win::kFrame1Receive, &OperationPanel::readAll),
-                           command("cmdFrame1Send", win::kFrame1Send, &OperationPanel::sendAll),
-                           command("cmdBalance", win::kBalance, &OperationPanel::balance)}));
+    body()->addLayout(row({command("cmdFrame1Receive", texts::window::kFrame1Receive, &OperationPanel::readAll),
+                           command("cmdFrame1Send", texts::window::kFrame1Send, &OperationPanel::sendAll),
+                           command("cmdBalance", texts::window::kBalance, &OperationPanel::balance)}));
 }
 
 void ChannelSetupPanel::addEditorStrip(QWidget* strip)
@@ -119,32 +119,32 @@ void ChannelSetupPanel::cmdShow_Click()
     // languages, as the original has it.
     MSHGridCalibration_->setVisible(MSHGridCalibration_->isHidden());
     MSHGridOperate_->setVisible(MSHGridCalibration_->isHidden());
-    cmdShow_->setText(QString::fromUtf8(MSHGridCalibration_->isHidden() ? win::kShowCoefficients : win::kHideCoefficients));
+    cmdShow_->setText(QString::fromUtf8(MSHGridCalibration_->isHidden() ? texts::window::kShowCoefficients : texts::window::kHideCoefficients));
 }
 
 AdjustPanel::AdjustPanel(Language language)
-    : OperationPanel("Frame2", win::kFrame2, language)
+    : OperationPanel("Frame2", texts::window::kFrame2, language)
     , pane_(new FrameTextPane(kNoOperateNames, language))
-    , MSHGridNoOperate_(new CellGrid(QStringLiteral("MSHGridNoOperate"), pick(win::kAdjustGridName, language)))
+    , MSHGridNoOperate_(new CellGrid(QStringLiteral("MSHGridNoOperate"), pick(texts::window::kAdjustGridName, language)))
 {
     body()->addWidget(MSHGridNoOperate_, 1);
     body()->addWidget(pane_);
     lockDuringExchanges(MSHGridNoOperate_);
     body()->addLayout(groupCommands("cmdNoOperateReceive", "cmdNoOperateSend"));
-    body()->addLayout(row({command("cmdFrame2Receive", win::kFrame2Receive, &OperationPanel::readAll),
-                           command("cmdFrame2Send", win::kFrame2Send, &OperationPanel::sendAll)}));
+    body()->addLayout(row({command("cmdFrame2Receive", texts::window::kFrame2Receive, &OperationPanel::readAll),
+                           command("cmdFrame2Send", texts::window::kFrame2Send, &OperationPanel::sendAll)}));
 }
 
 ModuleInfoPanel::ModuleInfoPanel(SetupState& state, OperatorDialogs& dialogs, Language language)
-    : OperationPanel("Frame3", win::kFrame3, language)
+    : OperationPanel("Frame3", texts::window::kFrame3, language)
     , fields_(new ModuleInfoFields(state, dialogs, language))
-    , lblModuleString_(frameLabel(QStringLiteral("lblModuleString"), win::kSentFrameName, language))
-    , lblModuleReturnString_(frameLabel(QStringLiteral("lblModuleReturnString"), win::kReturnedFrameName, language))
+    , lblModuleString_(frameLabel(QStringLiteral("lblModuleString"), texts::window::kSentFrameName, language))
+    , lblModuleReturnString_(frameLabel(QStringLiteral("lblModuleReturnString"), texts::window::kReturnedFrameName, language))
 {
-    auto* sentCaption = new QLabel(pick(win::kSentCaption, language));
+    auto* sentCaption = new QLabel(pick(texts::window::kSentCaption, language));
     sentCaption->setObjectName(QStringLiteral("Label6"));
     sentCaption->setBuddy(lblModuleString_);
-    auto* returnedCaption = new QLabel(pick(win::kReceivedCaption, language));
+    auto* returnedCaption = new QLabel(pick(texts::window::kReceivedCaption, language));
     returnedCaption->setObjectName(QStringLiteral("Label7"));
     returnedCaption->setBuddy(lblModuleReturnString_);
 
@@ -155,11 +155,11 @@ ModuleInfoPanel::ModuleInfoPanel(SetupState& state, OperatorDialogs& dialogs, La
     layout->addWidget(lblModuleString_);
     layout->addWidget(returnedCaption);
     layout->addWidget(lblModuleReturnString_);
-    layout->addLayout(row({command("cmdModuleInfoReceive", win::kModuleInfoReceive, &OperationPanel::readInfo),
-                           command("cmdModuleInfoSend", win::kModuleInfoSend, &OperationPanel::sendInfo),
-                           command("cmdBeckon", win::kBeckon, &OperationPanel::beckon)}));
-    layout->addLayout(row({command("cmdFrame3Receive", win::kFrame3Receive, &OperationPanel::readAll),
-                           command("cmdFrame3Send", win::kFrame3Send, &OperationPanel::sendAll)}));
+    layout->addLayout(row({command("cmdModuleInfoReceive", texts::window::kModuleInfoReceive, &OperationPanel::readInfo),
+                           command("cmdModuleInfoSend", texts::window::kModuleInfoSend, &OperationPanel::sendInfo),
+                           command("cmdBeckon", texts::window::kBeckon, &OperationPanel::beckon)}));
+    layout->addLayout(row({command("cmdFrame3Receive", texts::window::kFrame3Receive, &OperationPanel::readAll),
+                           command("cmdFrame3Send", texts::window::kFrame3Send, &OperationPanel::sendAll)}));
     layout->addStretch(1);
 }
 

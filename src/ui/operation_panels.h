@@ -2,8 +2,8 @@
 
 #include "frame_text_pane.h"
 #include "link/operator_dialogs.h"
-#include "model/language.h"
 #include "model/module_table.h"
+#include "texts/language.h"
 
 #include <QFrame>
 #include <QList>

@@ -1,8 +1,8 @@
 #include "port_search_bar.h"
 
-#include "model/grid_texts.h"
-#include "model/network_port_texts.h"
-#include "model/window_texts.h"
+#include "texts/grid.h"
+#include "texts/network.h"
+#include "texts/window.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -29,11 +29,11 @@ QLabel* labelFor(const Text& caption, QWidget* buddy, const char* name, Language
 }  // namespace
 
 PortSearchBar::PortSearchBar(Language language, QWidget* parent)
-    : QGroupBox(pick(win::kFrame6, language), parent)
-    , addCaption_(pick(net::kAddNetworkPort, language))
+    : QGroupBox(pick(texts::window::kFrame6, language), parent)
+    , addCaption_(pick(texts::network::kAddNetworkPort, language))
     , cmbComPort_(new QComboBox)
     , cmbModuleIndex_(new QComboBox)
-    , cmdSearch_(new QPushButton(pick(win::kSearchButton, language)))
+    , cmdSearch_(new QPushButton(pick(texts::window::kSearchButton, language)))
     , progress_(new QProgressBar)
 {
     setObjectName(QStringLiteral("Frame6"));
@@ -43,14 +43,14 @@ PortSearchBar::PortSearchBar(Language language, QWidget* parent)
         cmbModuleIndex_->addItem(QString::number(address), address);
     cmdSearch_->setObjectName(QStringLiteral("cmdSearch"));
     progress_->setObjectName(QStringLiteral("ProgressBarModule"));
-    progress_->setAccessibleName(pick(win::kSearchProgressName, language));
+    progress_->setAccessibleName(pick(texts::window::kSearchProgressName, language));
     progress_->setTextVisible(false);
     progress_->setValue(0);
 
     auto* layout = new QHBoxLayout(this);
-    layout->addWidget(labelFor(grid::kPortLabel, cmbComPort_, "lblComPort", language));
+    layout->addWidget(labelFor(texts::grid::kPortLabel, cmbComPort_, "lblComPort", language));
     layout->addWidget(cmbComPort_, 1);
-    layout->addWidget(labelFor(grid::kModuleLabel, cmbModuleIndex_, "lblModuleIndex", language));
+    layout->addWidget(labelFor(texts::grid::kModuleLabel, cmbModuleIndex_, "lblModuleIndex", language));
     layout->addWidget(cmbModuleIndex_);
     layout->addWidget(cmdSearch_);
     layout->addWidget(progress_, 1);

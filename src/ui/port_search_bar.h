@@ -1,7 +1,7 @@
 #pragma once
 
-#include "model/language.h"
 #include "serial/port_list.h"
+#include "texts/language.h"
 
 #include <QGroupBox>
 

@@ -1,10 +1,10 @@
 #include "trim_grid_editor.h"
 
 #include "cell_grid.h"
-#include "key_filter.h"
 #include "edit/grid_cells.h"
-#include "model/grid_texts.h"
-#include "model/messages.h"
+#include "key_filter.h"
+#include "texts/grid.h"
+#include "texts/message.h"
 
 #include <QItemSelection>
 #include <QKeyEvent>
@@ -81,7 +81,7 @@ void TrimGridEditor::box_Change(const QString& text)
 {
     if (kind_ != TrimGrid::Adjust || row_ == 0 || adjustTextInRange(text, column_))
         return;
-    dialogs_.showMessage(pick(msg::kTitle, language_), pick(msg::kInputDataError, language_));
+    dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::message::kInputDataError, language_));
     // The next key replaces the whole text.
     box_->selectAll();
 }
@@ -115,7 +115,7 @@ void TrimGridEditor::show(const EditResult& result)
     // the old one; such a cell is marked, so that nobody takes it for sent.
     if (kind_ == TrimGrid::Adjust)
         grid_->cellModel()->markUnstored(adjustGridCells(state_.current(), language_),
-                                         pick(grid::kShownNotStored, language_));
+                                         pick(texts::grid::kShownNotStored, language_));
     if (!rows.isEmpty())
         emit stored(rows);
 }

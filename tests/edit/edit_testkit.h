@@ -3,8 +3,8 @@
 // What the edit tests share: readable failure messages for cell updates, the
 // model codes they name, and modules and cell lists built from a few numbers.
 #include "edit/cell_updates.h"
-#include "model/language.h"
 #include "model/module_table.h"
+#include "texts/language.h"
 
 #include <QList>
 #include <QMetaType>

@@ -3,7 +3,7 @@
 #include "link/concurrent_search.h"
 #include "link/frame_log.h"
 #include "link_rig.h"
-#include "model/messages.h"
+#include "texts/message.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -201,7 +201,7 @@ void ConcurrentSearchTest::fullTableHoldsTheModulesTheOneByOneSearchKeeps()
         return;
     QCOMPARE(outcome.found, kModuleSlots);
     QCOMPARE(outcome.records[kModuleSlots - 1].busAddress, 15);
-    QCOMPARE(outcome.texts, (QStringList{pick(msg::kModuleTableFull, Language::English),
+    QCOMPARE(outcome.texts, (QStringList{pick(texts::message::kModuleTableFull, Language::English),
                                          QStringLiteral("Found 33 modules.")}));
 }
 

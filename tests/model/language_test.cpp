@@ -1,6 +1,6 @@
-#include "model/language.h"
-#include "model/locale_language.h"
-#include "model/messages.h"
+#include "texts/language.h"
+#include "texts/locale_language.h"
+#include "texts/message.h"
 
 #include <QTest>
 
@@ -118,7 +118,7 @@ void LanguageTest::messageBoxTitleByLanguageMode()
 {
     QFETCH(int, mode);
     QFETCH(QString, title);
-    QCOMPARE(pick(msg::kTitle, languageOf(mode)), title);
+    QCOMPARE(pick(texts::message::kTitle, languageOf(mode)), title);
 }
 
 QTEST_APPLESS_MAIN(LanguageTest)

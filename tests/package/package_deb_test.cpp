@@ -4,7 +4,7 @@
 // offscreen and keeps running, and nothing is written beside the binaries.
 // Its control fields and its file list are checked too.
 
-#include "model/window_texts.h"
+#include "texts/window.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -352,7 +352,7 @@ void PackageDebTest::windowShowsItsCaptionsInTheLocalesLanguage()
     QVERIFY2(file.open(QIODevice::ReadOnly), "the probe found no window shown");
     const QStringList captions = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
     const auto shown = velmor::Language(language);
-    using namespace velmor::win;
+    using namespace velmor::texts::window;
     for (const velmor::Text& text : {kWindowTitle, kMnuFile, kMnuOperate, kMnuHelp, kSearchButton, kFrameTabs[0],
                                      kFrameTabs[1], kFrameTabs[2], kFrame6})
         QVERIFY2(captions.contains(velmor::pick(text, shown)), qPrintable(velmor::pick(text, shown)));

@@ -3,9 +3,7 @@
 // needing nothing outside itself; its PDF pages.
 #include "edit/grid_cells.h"
 #include "model/capabilities.h"
-#include "model/grid_texts.h"
 #include "model/models.h"
-#include "model/report_texts.h"
 #include "protocol/frame.h"
 #include "protocol/frame_text.h"
 #include "protocol/rebuilt_frames.h"
@@ -14,6 +12,8 @@
 #include "report/setup_report.h"
 #include "sim/sim_values.h"
 #include "support/report_reading.h"
+#include "texts/grid.h"
+#include "texts/report.h"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -134,16 +134,16 @@ void SetupReportTest::informationShowsTheCapabilityTexts()
         shown.insert(row[0], row[1]);
         shown.insert(row[2], row[3]);
     }
-    QCOMPARE(shown.value(pick(grid::kPortLabel, language)), QStringLiteral("SIM7"));
-    QCOMPARE(shown.value(pick(grid::kModuleLabel, language)), QString::number(record.busAddress));
-    QCOMPARE(shown.value(pick(grid::kNumberLabel, language)), QStringLiteral("4711"));
-    QCOMPARE(shown.value(pick(grid::kVersionLabel, language)), QStringLiteral("23"));
+    QCOMPARE(shown.value(pick(texts::grid::kPortLabel, language)), QStringLiteral("SIM7"));
+    QCOMPARE(shown.value(pick(texts::grid::kModuleLabel, language)), QString::number(record.busAddress));
+    QCOMPARE(shown.value(pick(texts::grid::kNumberLabel, language)), QStringLiteral("4711"));
+    QCOMPARE(shown.value(pick(texts::grid::kVersionLabel, language)), QStringLiteral("23"));
     const std::pair<const Text*, Capability> lists[] = {
-        {&grid::kModelLabel, Capability::Model},         {&grid::kBalanceLabel, Capability::Balance},
-        {&grid::kExcitationLabel, Capability::Excitation}, {&grid::kCouplingLabel, Capability::AcCoupling},
-        {&grid::kFilterLabel, Capability::Filter},       {&grid::kHoldLabel, Capability::Hold},
-        {&grid::kZeroAdjustLabel, Capability::Zero},     {&grid::kGainAdjustLabel, Capability::Adjust},
-        {&grid::kGainLabel, Capability::Gain},           {&grid::kIntegralLabel, Capability::Integral},
+        {&texts::grid::kModelLabel, Capability::Model},         {&texts::grid::kBalanceLabel, Capability::Balance},
+        {&texts::grid::kExcitationLabel, Capability::Excitation}, {&texts::grid::kCouplingLabel, Capability::AcCoupling},
+        {&texts::grid::kFilterLabel, Capability::Filter},       {&texts::grid::kHoldLabel, Capability::Hold},
+        {&texts::grid::kZeroAdjustLabel, Capability::Zero},     {&texts::grid::kGainAdjustLabel, Capability::Adjust},
+        {&texts::grid::kGainLabel, Capability::Gain},           {&texts::grid::kIntegralLabel, Capability::Integral},
     };
     for (const auto& [label, capability] : lists) {
         // The item the panel's list selects for the record's code.
@@ -177,9 +177,9 @@ void SetupReportTest::framesAreTheWriteFramesTheWindowRebuilds()
         QCOMPARE(row[1], frameLines(frameToText(frame)));
         QCOMPARE(row[1].section(QLatin1Char(' '), 0, 0, QString::SectionSkipEmpty), QStringLiteral("AA"));
     }
-    QCOMPARE(frames[1][0], pick(report_text::kInfoFrame, language));
-    QCOMPARE(frames[2][0], pick(report_text::kChannelFrame, language).arg(1).arg(4));
-    QCOMPARE(frames.last()[0], pick(report_text::kAdjustFrame, language).arg(4 * groups - 3).arg(4 * groups));
+    QCOMPARE(frames[1][0], pick(texts::report::kInfoFrame, language));
+    QCOMPARE(frames[2][0], pick(texts::report::kChannelFrame, language).arg(1).arg(4));
+    QCOMPARE(frames.last()[0], pick(texts::report::kAdjustFrame, language).arg(4 * groups - 3).arg(4 * groups));
 }
 
 void SetupReportTest::headerNamesTheModuleAndTheTime()
@@ -189,9 +189,9 @@ void SetupReportTest::headerNamesTheModuleAndTheTime()
         QTextDocument document;
         document.setHtml(setupReportHtml(record, subject(), language));
         const QString text = document.toPlainText();
-        QVERIFY2(text.startsWith(pick(report_text::kTitle, language) + QStringLiteral(" \u2014 TM-B8")), qPrintable(text.left(80)));
-        QVERIFY(text.contains(pick(report_text::kMadeAt, language).arg(QStringLiteral("2026-03-14 15:09:26"))));
-        QCOMPARE(document.metaInformation(QTextDocument::DocumentTitle), pick(report_text::kTitle, language) + QStringLiteral(" \u2014 TM-B8"));
+        QVERIFY2(text.startsWith(pick(texts::report::kTitle, language) + QStringLiteral(" \u2014 TM-B8")), qPrintable(text.left(80)));
+        QVERIFY(text.contains(pick(texts::report::kMadeAt, language).arg(QStringLiteral("2026-03-14 15:09:26"))));
+        QCOMPARE(document.metaInformation(QTextDocument::DocumentTitle), pick(texts::report::kTitle, language) + QStringLiteral(" \u2014 TM-B8"));
     }
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "serial/published_port.h"
 #include "sim/faults.h"
 #include "sim/frame_log.h"
-#include "serial/published_port.h"
 #include "sim/sim_options.h"
 #include "sim/virtual_line.h"
 

@@ -1,11 +1,11 @@
 // The about box, Help > About and Help > Content, and the manual beside the
 // program.
-#include "window_rig.h"
-#include "model/about_texts.h"
-#include "model/messages.h"
-#include "model/window_texts.h"
+#include "texts/about.h"
+#include "texts/message.h"
+#include "texts/window.h"
 #include "ui/frm_about.h"
 #include "ui/help_manual.h"
+#include "window_rig.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -341,29 +341,29 @@ void AboutBoxTest::theManualQuotesTheProgramsTexts()
     // Each message as the operator reads it, so that a search of the manual
     // for the words in a box finds what to do about it.
     const QStringList quoted{
-        pick(msg::kNoComPort, language),
-        pick(msg::kOpenComPortFail, language),
-        msg::openPortFail(QStringLiteral("ttyUSB0"), language),
-        pick(msg::kNoRespond, language),
-        pick(msg::kReturnDataFail, language),
-        msg::foundModules(3, language),
-        pick(msg::kNoModuleFound, language),
-        pick(msg::kModuleTableFull, language),
-        pick(msg::kOnlyOneModule, language),
-        pick(msg::kInputDataError, language),
-        pick(msg::kOpenConfigFail, language),
-        pick(msg::kTitle, language),
-        pick(about::kSystemInfoUnavailable, language),
-        pick(about::kManualMissing, language).chopped(1),
-        shown(win::kFrame6, language),
-        shown(win::kSearchButton, language),
-        shown(win::kFrameTabs[0], language),
-        shown(win::kFrameTabs[1], language),
-        shown(win::kFrameTabs[2], language),
-        shown(win::kBalance, language),
-        shown(win::kBeckon, language),
-        shown(win::kMnuHelpContent, language),
-        shown(about::kSystemInfo, language),
+        pick(texts::message::kNoComPort, language),
+        pick(texts::message::kOpenComPortFail, language),
+        texts::message::openPortFail(QStringLiteral("ttyUSB0"), language),
+        pick(texts::message::kNoRespond, language),
+        pick(texts::message::kReturnDataFail, language),
+        texts::message::foundModules(3, language),
+        pick(texts::message::kNoModuleFound, language),
+        pick(texts::message::kModuleTableFull, language),
+        pick(texts::message::kOnlyOneModule, language),
+        pick(texts::message::kInputDataError, language),
+        pick(texts::message::kOpenConfigFail, language),
+        pick(texts::message::kTitle, language),
+        pick(texts::about::kSystemInfoUnavailable, language),
+        pick(texts::about::kManualMissing, language).chopped(1),
+        shown(texts::window::kFrame6, language),
+        shown(texts::window::kSearchButton, language),
+        shown(texts::window::kFrameTabs[0], language),
+        shown(texts::window::kFrameTabs[1], language),
+        shown(texts::window::kFrameTabs[2], language),
+        shown(texts::window::kBalance, language),
+        shown(texts::window::kBeckon, language),
+        shown(texts::window::kMnuHelpContent, language),
+        shown(texts::about::kSystemInfo, language),
         QStringLiteral("TestConfig.cfg"),
         QStringLiteral("1 TM-C16"),
         QStringLiteral("velmor-cli"),

@@ -1,8 +1,8 @@
 // The window as assistive technology reads it: every visible control walked
 // through Qt's accessibility interface, on every page, in both languages.
 #include "accessible_reading.h"
-#include "model/grid_texts.h"
-#include "model/window_texts.h"
+#include "texts/grid.h"
+#include "texts/window.h"
 #include "window_rig.h"
 
 #include <QAbstractButton>

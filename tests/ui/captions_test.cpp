@@ -1,7 +1,7 @@
 // Every caption of the window, in both languages, at the minimum width: none
 // empty, none clipped, and every caption the window is known by present.
-#include "window_rig.h"
 #include "ui/operation_panels.h"
+#include "window_rig.h"
 
 #include <QAbstractButton>
 #include <QGroupBox>

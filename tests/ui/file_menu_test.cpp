@@ -1,10 +1,10 @@
 // File > Open, Save, Save As and Exit of the main window, and closing it: the
 // current module's record to and from configuration files on disk.
 
-#include "window_rig.h"
 #include "config/config_file.h"
 #include "config/config_image.h"
 #include "sim/sim_values.h"
+#include "window_rig.h"
 
 #include <QComboBox>
 #include <QFile>

@@ -1,10 +1,10 @@
 // The frame-log pane of the main window: View > Frame log shows it, a read
 // fills it while the read runs, it keeps to the newest row unless the
 // operator scrolled up, exports what it shows as CSV, and clears.
-#include "window_rig.h"
 #include "protocol/frame_text.h"
 #include "support/csv_reader.h"
 #include "ui/frame_log_model.h"
+#include "window_rig.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>

@@ -2,10 +2,10 @@
 // widgets clicked as an operator would, the message boxes answered through
 // the operator-dialog interface.
 
-#include "window_rig.h"
+#include "texts/locale_language.h"
 #include "ui/operation_panels.h"
 #include "ui/port_search_bar.h"
-#include "model/locale_language.h"
+#include "window_rig.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>

@@ -2,9 +2,9 @@
 // the port chooser, remembered for the next start, and "Search all lines at
 // once" from the Operate menu against simulated lines.
 
+#include "texts/message.h"
+#include "texts/network.h"
 #include "window_rig.h"
-#include "model/messages.h"
-#include "model/network_port_texts.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -64,11 +64,11 @@ void NetworkLinesTest::addNetworkPortIsTheChoosersLastEntryInBothLanguages()
     for (const int mode : {kEnglish, kChinese}) {
         WindowRig rig(mode);
         auto* ports = child<QComboBox>(rig.window, "cmbComPort");
-        QCOMPARE(ports->itemText(ports->count() - 1), pick(net::kAddNetworkPort, languageOf(mode)));
+        QCOMPARE(ports->itemText(ports->count() - 1), pick(texts::network::kAddNetworkPort, languageOf(mode)));
         QCOMPARE(child<QAction>(rig.window, "MnuOperate_SearchAll")->text(),
-                 pick(net::kMnuOperateSearchAll, languageOf(mode)));
+                 pick(texts::network::kMnuOperateSearchAll, languageOf(mode)));
         // The chooser starts on a port, never on the entry that adds one.
-        QVERIFY(ports->currentText() != pick(net::kAddNetworkPort, languageOf(mode)));
+        QVERIFY(ports->currentText() != pick(texts::network::kAddNetworkPort, languageOf(mode)));
     }
 }
 
@@ -81,10 +81,10 @@ void NetworkLinesTest::addedNetworkPortIsSelectedAndRememberedForTheNextStart()
         rig.dialogs.typedAnswers = {QStringLiteral("  ") + kServer};
         chooseAddNetworkPort(rig.window);
         QCOMPARE(rig.dialogs.prompts.size(), 1);
-        QCOMPARE(rig.dialogs.prompts.first().second, pick(net::kAddNetworkPortPrompt, Language::English));
+        QCOMPARE(rig.dialogs.prompts.first().second, pick(texts::network::kAddNetworkPortPrompt, Language::English));
         QCOMPARE(ports->currentText(), kServer);
         QCOMPARE(ports->count(), before + 1);
-        QCOMPARE(ports->itemText(ports->count() - 1), pick(net::kAddNetworkPort, Language::English));
+        QCOMPARE(ports->itemText(ports->count() - 1), pick(texts::network::kAddNetworkPort, Language::English));
         // The current module now talks over that line.
         QCOMPARE(rig.window.state().current().portNumber, ports->currentData().toInt());
         VELMOR_COMPARE_SAID(rig.dialogs.texts());
@@ -107,7 +107,7 @@ void NetworkLinesTest::anAddressThatIsNoNetworkPortIsRefused()
         rig.dialogs.messages.clear();
         rig.dialogs.typedAnswers = {QString::fromLatin1(typed)};
         chooseAddNetworkPort(rig.window);
-        VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{pick(net::kNotANetworkPort, Language::English)});
+        VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{pick(texts::network::kNotANetworkPort, Language::English)});
         QCOMPARE(itemTexts(ports), before);
         QCOMPARE(ports->currentText(), shown);
     }

@@ -2,15 +2,15 @@
 // short or cannot be written, when a write stops partway, when a search
 // could not read a module wholly, when a cell shows what the record does not
 // hold, and when another program holds the line.
-#include "window_rig.h"
 #include "cli_runner.h"
 #include "config/config_file.h"
 #include "edit/grid_cells.h"
-#include "model/grid_texts.h"
 #include "sim/sim_values.h"
 #include "support/sim_process.h"
 #include "support/small_disk.h"
+#include "texts/grid.h"
 #include "ui/cell_grid.h"
+#include "window_rig.h"
 
 #include <QDir>
 #include <QFile>
@@ -189,7 +189,7 @@ void NoticesTest::aCellShownButNotStoredIsMarked()
     QCOMPARE(grid->cellModel()->cellText(1, 1), QStringLiteral("256"));
     QCOMPARE(rig.window.state().current().channels[0].zeroAdjustTable[0], kept);
     QVERIFY(grid->cellModel()->isMarkedUnstored(0, 1));
-    const QString note = pick(grid::kShownNotStored, Language::English).arg(kept);
+    const QString note = pick(texts::grid::kShownNotStored, Language::English).arg(kept);
     QCOMPARE(cell.data(Qt::AccessibleDescriptionRole).toString(), note);
     QCOMPARE(cell.data(Qt::ToolTipRole).toString(), note);
     QVERIFY(!cell.data(Qt::DecorationRole).value<QIcon>().isNull());

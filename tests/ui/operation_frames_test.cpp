@@ -2,15 +2,15 @@
 // of the link layer on simulated lines, their labels show the frames sent, and
 // every command is locked while an exchange runs.
 
-#include "window_rig.h"
 #include "edit/grid_cells.h"
 #include "model/reference.h"
-#include "ui/cell_grid.h"
-#include "ui/operation_panels.h"
 #include "protocol/frame.h"
 #include "protocol/frame_text.h"
 #include "protocol/rebuilt_frames.h"
 #include "protocol/requests.h"
+#include "ui/cell_grid.h"
+#include "ui/operation_panels.h"
+#include "window_rig.h"
 
 #include <QAction>
 #include <QComboBox>

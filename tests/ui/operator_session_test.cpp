@@ -1,10 +1,10 @@
 // A whole operator session through the window against two paced simulators
 // in processes of their own: search, module tabs, read, send, Save, Open,
 // Exit. At the end the modules hold what the window holds.
-#include "window_rig.h"
 #include "config/image_layout.h"
 #include "sim/state_file.h"
 #include "support/sim_process.h"
+#include "window_rig.h"
 
 #include <QFileInfo>
 #include <QLineEdit>

@@ -2,13 +2,13 @@
 // entry triggered, the file dialog answered, the file read back against what
 // the window's grids and information panel show.
 
-#include "window_rig.h"
 #include "config/config_file.h"
-#include "model/messages.h"
-#include "model/report_texts.h"
 #include "sim/sim_values.h"
 #include "support/report_reading.h"
+#include "texts/message.h"
+#include "texts/report.h"
 #include "ui/cell_grid.h"
+#include "window_rig.h"
 
 #include <QApplication>
 #include <QDir>
@@ -169,9 +169,9 @@ void ReportMenuTest::aNameWithoutPdfOrHtmlIsTold()
     WindowRig rig(kChinese);
     exportReport(rig, QStringLiteral("report.txt"));
     QVERIFY2(rig.dialogs.messages.size() == 1, qPrintable(saidAndExpected(rig.dialogs.texts(), {QStringLiteral("(one message)")})));
-    QCOMPARE(rig.dialogs.messages.first().first, pick(msg::kTitle, Language::Chinese));
+    QCOMPARE(rig.dialogs.messages.first().first, pick(texts::message::kTitle, Language::Chinese));
     QCOMPARE(rig.dialogs.messages.first().second,
-             pick(report_text::kNeedsSuffix, Language::Chinese).arg(rig.files.saveAnswer));
+             pick(texts::report::kNeedsSuffix, Language::Chinese).arg(rig.files.saveAnswer));
     QVERIFY(!QFile::exists(rig.files.saveAnswer));
 }
 

@@ -1,6 +1,6 @@
 // The window's own message boxes: OK only or OK and Cancel, no icon, and Qt's
 // button words in Chinese when the language is Chinese.
-#include "model/qt_translations.h"
+#include "texts/qt_translations.h"
 #include "ui/widget_dialogs.h"
 
 #include <QApplication>

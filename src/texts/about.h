@@ -3,7 +3,7 @@
 #include "language.h"
 
 // The about box.
-namespace velmor::about {
+namespace velmor::texts::about {
 
 inline constexpr Text kCaption{"关于模块参数设置程序", "About Velmor"};
 inline constexpr Text kTitle{"模块参数设置程序", "Velmor  Pelinor Co."};  // two blanks, as it always read
@@ -15,4 +15,4 @@ inline constexpr Text kSystemInfoUnavailable{"系统信息暂时不可用", "Sys
 // Help > Content when the manual is not where it belongs.
 inline constexpr Text kManualMissing{"找不到帮助文件：", "The help file is missing: "};
 
-}  // namespace velmor::about
+}  // namespace velmor::texts::about

@@ -4,7 +4,7 @@
 
 // Labels of the module-information panel and headings of the channel, adjust
 // and coefficient grids.
-namespace velmor::grid {
+namespace velmor::texts::grid {
 
 inline constexpr Text kModuleInformation{"模块信息", "Module Information"};
 inline constexpr Text kPortLabel{"串口地址", "COM Port"};
@@ -57,4 +57,4 @@ inline constexpr Text kGainAdjustHeading{"增益调整", "Gain Adjust"};
 inline constexpr Text kGainCoefHeading{"增益系数", "Gain Coef"};
 inline constexpr Text kZeroCoefHeading{"零点偏移", "Zero Coef"};
 
-}  // namespace velmor::grid
+}  // namespace velmor::texts::grid

@@ -1,8 +1,8 @@
-#include "messages.h"
+#include "message.h"
 
 #include <QLocale>
 
-namespace velmor::msg {
+namespace velmor::texts::message {
 
 QString fileFailure(const QString& path, const QString& reason, Language language)
 {
@@ -30,4 +30,4 @@ QString foundModules(int count, Language language)
     return pick(kFoundPrefix, language) + QString::number(count) + pick(kFoundSuffix, language);
 }
 
-}  // namespace velmor::msg
+}  // namespace velmor::texts::message

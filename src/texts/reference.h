@@ -3,7 +3,7 @@
 #include "language.h"
 
 // The grey reference columns of the channel grid and the titles of its frame.
-namespace velmor::ref {
+namespace velmor::texts::reference {
 
 inline constexpr Text kHeaderBridge{"桥型", "Bridge"};
 inline constexpr Text kHeaderCoef{"应变系数", "Coef."};
@@ -29,4 +29,4 @@ inline constexpr Text kFrameTitleWithReference{
     "参数设置 - 灰色区域的数据为参考值，提供量程等参数与放大倍数的关系，不保存在模块中。",
     "Channel setup"};
 
-}  // namespace velmor::ref
+}  // namespace velmor::texts::reference

@@ -4,7 +4,7 @@
 
 // The command line's own texts: its help, its usage errors and the refusals
 // of its guards. "%1", "%2" ... are filled in by QString::arg.
-namespace velmor::cli_text {
+namespace velmor::texts::cli {
 
 inline constexpr Text kUsage{
     "用法：velmor-cli [--json] [--trace] [--log FILE] [--lang zh|en] 命令 [选项]\n"
@@ -190,4 +190,4 @@ inline constexpr Text kPortReason{"%1：%2", "%1: %2"};
 inline constexpr Text kNoSuchPort{"没有这个串口", "no such port"};
 inline constexpr Text kPublisherGone{"发布它的模拟器已不在运行", "the simulator that published it is no longer running"};
 
-}  // namespace velmor::cli_text
+}  // namespace velmor::texts::cli

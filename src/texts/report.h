@@ -6,7 +6,7 @@
 // labels and headings that the window already shows (module information,
 // grid headings, cell texts) are taken from their own catalogues so that the
 // report reads exactly as the window does.
-namespace velmor::report_text {
+namespace velmor::texts::report {
 
 inline constexpr Text kTitle{"模块设置报告", "Module Setup Report"};
 // "%1" is the date and time the report was made.
@@ -40,4 +40,4 @@ inline constexpr Text kOutIsIn{"报告 %1 就是要报告的配置文件 %2；�
 // "%1" is the file, "%2" the system's reason.
 inline constexpr Text kCannotWrite{"无法写入报告 %1：%2", "Cannot write the report %1: %2"};
 
-}  // namespace velmor::report_text
+}  // namespace velmor::texts::report

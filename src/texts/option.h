@@ -4,7 +4,7 @@
 
 // Items of the module-information lists, one per capability code. The gain
 // steps are numbers (gain_steps.h) and the model names come from models.h.
-namespace velmor::opt {
+namespace velmor::texts::option {
 
 inline constexpr Text kNo{"无", "No"};
 inline constexpr Text kYes{"有", "Yes"};
@@ -25,4 +25,4 @@ inline constexpr Text kAdjust10Bit{"10位", "10 bit"};
 inline constexpr Text kAdjust12Bit{"12位", "12 bit"};
 inline constexpr Text kAdjust8Bit{"8位", "8 bit"};
 
-}  // namespace velmor::opt
+}  // namespace velmor::texts::option

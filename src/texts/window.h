@@ -4,7 +4,7 @@
 
 // Captions of the main window: its title, menus and the port and search bar.
 // An ampersand marks a menu entry's access key.
-namespace velmor::win {
+namespace velmor::texts::window {
 
 inline constexpr Text kWindowTitle{"Velmor", "Velmor"};
 
@@ -72,4 +72,4 @@ inline constexpr Text kChannelGridName{"通道参数表", "Channel parameters"};
 inline constexpr Text kCalibrationGridName{"校正系数表", "Calibration coefficients"};
 inline constexpr Text kAdjustGridName{"调整值表", "Adjust values"};
 
-}  // namespace velmor::win
+}  // namespace velmor::texts::window

@@ -3,7 +3,7 @@
 #include "language.h"
 
 // Captions of the network lines and of searching every line at once.
-namespace velmor::net {
+namespace velmor::texts::network {
 
 // The last entry of the port chooser.
 inline constexpr Text kAddNetworkPort{"添加网络端口...", "Add network port..."};
@@ -13,4 +13,4 @@ inline constexpr Text kNotANetworkPort{"不是网络端口：请输入 tcp://主
                                        "Not a network port: give tcp://HOST:PORT or rfc2217://HOST:PORT."};
 inline constexpr Text kMnuOperateSearchAll{"同时搜索所有线路(&L)", "Search all &lines at once"};
 
-}  // namespace velmor::net
+}  // namespace velmor::texts::network

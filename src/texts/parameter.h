@@ -4,7 +4,7 @@
 
 // Channel-parameter texts of the channel grid. Texts that read as in the
 // module-information lists ("未知", "无", "4mA恒流源") come from option_texts.h.
-namespace velmor::par {
+namespace velmor::texts::parameter {
 
 inline constexpr Text kNoSetup{"无程序设置", "No Setup"};
 // A module without bridge balance reads "Unknown" in English: deliberate, kept.
@@ -31,4 +31,4 @@ inline constexpr Text kCutoff1KHz{"1KHz", "1KHz"};
 inline constexpr Text kIntegralOne{"一次积分", "One Integral"};
 inline constexpr Text kIntegralTwo{"二次积分", "Two Integral"};
 
-}  // namespace velmor::par
+}  // namespace velmor::texts::parameter

@@ -6,7 +6,7 @@
 // the frequency entry's label and the number prompt. The list items that read
 // as the cells do come from parameter_texts.h, option_texts.h and
 // reference_texts.h.
-namespace velmor::editor {
+namespace velmor::texts::editor {
 
 // Captions of the list editor cmbGain, by column; the trailing blanks belong to them.
 inline constexpr Text kExcitationCaption{"激励设置：", "Excitation:"};
@@ -37,4 +37,4 @@ inline constexpr Text kCalibrationPromptText{"在下面文本框中输入整数�
 inline constexpr Text kOkButton{"确定", "Ok"};
 inline constexpr Text kCancelButton{"取消", "Cancel"};
 
-}  // namespace velmor::editor
+}  // namespace velmor::texts::editor

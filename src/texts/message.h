@@ -5,7 +5,7 @@
 // Message-box texts and titles. Every operator-visible sentence lives in this
 // catalogue (and its siblings for option lists and parameter texts); no other
 // file spells one out.
-namespace velmor::msg {
+namespace velmor::texts::message {
 
 inline constexpr Text kTitle{"模块参数设置", "Module Setup"};
 // Port-open failures of the request flows carry titles of their own; both
@@ -83,4 +83,4 @@ inline constexpr Text kNotReadWholly{"第 %1 个模块（%2，地址 %3）没有
 QString openPortFail(const QString& portName, Language language);
 QString foundModules(int count, Language language);
 
-}  // namespace velmor::msg
+}  // namespace velmor::texts::message

@@ -5,7 +5,7 @@
 // Texts of the frame log: its pane in the window, its rows, and the message
 // when its file cannot be written. The CSV file itself uses fixed English
 // tokens (see link/frame_log_csv.h), so these never reach it.
-namespace velmor::log_text {
+namespace velmor::texts::frame_log {
 
 inline constexpr Text kMnuView{"查看(&V)", "&View"};
 inline constexpr Text kMnuViewFrameLog{"帧记录(&L)", "Frame &Log"};
@@ -44,4 +44,4 @@ inline constexpr Text kStoppedWriting{"无法写入帧记录 %1：%2；通讯照
                                       "Cannot write the frame log %1: %2; the exchanges go on as asked, their frames "
                                       "unlogged."};
 
-}  // namespace velmor::log_text
+}  // namespace velmor::texts::frame_log

@@ -34,7 +34,7 @@ int unknownPort(const Session& session, const QString& argument)
     }
     // As the window says it when a request's port will not open.
     printError(pick(texts::message::kOpenComPortFail, session.language()));
-    printError(pick(texts::cli::kPortReason, session.language())
+    printError(pick(texts::message::kReason, session.language())
                    .arg(shownText(argument), pick(texts::cli::kNoSuchPort, session.language())));
     return kExitPortFailed;
 }

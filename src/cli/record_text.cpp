@@ -5,6 +5,7 @@
 #include "model/reference.h"
 #include "shown_text.h"
 #include "texts/grid.h"
+#include "texts/window.h"
 
 #include <QList>
 #include <QStringList>
@@ -77,7 +78,7 @@ QString moduleSection(const ModuleRecord& record, const QString& portName, Langu
         {pick(texts::grid::kGainLabel, language), capability(Capability::Gain)},
         {pick(texts::grid::kIntegralLabel, language), capability(Capability::Integral)},
     };
-    return pick(texts::grid::kModuleInformation, language) + QLatin1Char('\n') + tableText(rows);
+    return pick(texts::window::kFrame3, language) + QLatin1Char('\n') + tableText(rows);
 }
 
 QString channelSection(const ModuleRecord& record, Language language)
@@ -112,8 +113,8 @@ QString channelSection(const ModuleRecord& record, Language language)
 
 QString adjustSection(const ModuleRecord& record, Language language)
 {
-    Rows rows{QStringList{pick(texts::grid::kChannelPrefix, language)} + numberedHeadings(texts::grid::kZeroAdjustHeading, 4, language)
-              + numberedHeadings(texts::grid::kGainAdjustHeading, 4, language)};
+    Rows rows{QStringList{pick(texts::grid::kChannelPrefix, language)} + numberedHeadings(texts::grid::kZeroAdjustLabel, 4, language)
+              + numberedHeadings(texts::grid::kGainAdjustLabel, 4, language)};
     for (int c = 0; c < shownChannels(record); ++c) {
         const ChannelRecord& channel = record.channels[static_cast<size_t>(c)];
         QStringList row{channelName(c, language)};

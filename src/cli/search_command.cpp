@@ -29,7 +29,7 @@ int searchedPorts(Session& session, const QCommandLineParser& parser, QList<Port
                 if (namesNetworkScheme(argument))
                     return unknownPort(session, argument);
                 printError(texts::message::openPortFail(shownText(argument), session.language()));
-                printError(pick(texts::cli::kPortReason, session.language())
+                printError(pick(texts::message::kReason, session.language())
                                .arg(shownText(argument), pick(texts::cli::kNoSuchPort, session.language())));
                 return kExitPortFailed;
             }

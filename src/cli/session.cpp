@@ -10,6 +10,7 @@
 #include "shown_text.h"
 #include "texts/cli.h"
 #include "texts/frame_log.h"
+#include "texts/message.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -120,7 +121,7 @@ QString Session::portFailureText(const PortEntry& port, OpenFailure failure, con
     case OpenFailure::None: reason = systemReason; break;
     }
     const QString where = port.name == port.device ? port.device : port.name + QStringLiteral(" (") + port.device + QLatin1Char(')');
-    return pick(texts::cli::kPortReason, lang).arg(shownText(where), shownText(reason));
+    return pick(texts::message::kReason, lang).arg(shownText(where), shownText(reason));
 }
 
 void Session::printRecord(const QString& portName)

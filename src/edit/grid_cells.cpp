@@ -122,8 +122,8 @@ GridCells adjustGridCells(const ModuleRecord& record, Language language)
 {
     GridCells cells;
     cells.headings << pick(texts::grid::kChannelPrefix, language);
-    appendNumbered(cells.headings, texts::grid::kZeroAdjustHeading, kShownEntries, language);
-    appendNumbered(cells.headings, texts::grid::kGainAdjustHeading, kShownEntries, language);
+    appendNumbered(cells.headings, texts::grid::kZeroAdjustLabel, kShownEntries, language);
+    appendNumbered(cells.headings, texts::grid::kGainAdjustLabel, kShownEntries, language);
     for (int channel = 0; channel < shownChannels(record); ++channel) {
         QStringList row{channelName(channel, language)};
         for (int column = 1; column <= 2 * kShownEntries; ++column)

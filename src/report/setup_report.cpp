@@ -180,7 +180,7 @@ QString setupReportHtml(const ModuleRecord& record, const ReportSubject& subject
     html += QStringLiteral("<h1>") + escaped(title) + QStringLiteral("</h1>\n");
     html += QStringLiteral("<p class=\"made\">") + escaped(pick(texts::report::kMadeAt, language).arg(subject.madeAt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))))
           + QStringLiteral("</p>\n");
-    html += section(pick(texts::grid::kModuleInformation, language), infoTable(record, subject, language));
+    html += section(pick(texts::window::kFrame3, language), infoTable(record, subject, language));
     html += section(channelFrameTitle(record.modelCode, language),
                     // Up to seventeen columns: a smaller, narrower type.
                     gridTable(channelGridCells(record, language, subject.balanceMask), QStringLiteral("channels")));

@@ -185,8 +185,6 @@ inline constexpr Text kWholeNumberUpTo{"%1 取 0 到 %2 的整数", "%1 takes a 
 inline constexpr Text kCutoffLimits{"%1：%2 的截止频率取 %3 到 %4 Hz", "%1: the cut-off of a %2 takes %3 to %4 Hz."};
 
 
-// The second line under a port that will not open: the port and the reason.
-inline constexpr Text kPortReason{"%1：%2", "%1: %2"};
 inline constexpr Text kNoSuchPort{"没有这个串口", "no such port"};
 inline constexpr Text kPublisherGone{"发布它的模拟器已不在运行", "the simulator that published it is no longer running"};
 

@@ -6,7 +6,6 @@
 // and coefficient grids.
 namespace velmor::texts::grid {
 
-inline constexpr Text kModuleInformation{"模块信息", "Module Information"};
 inline constexpr Text kPortLabel{"串口地址", "COM Port"};
 inline constexpr Text kModuleLabel{"模块卡号", "Module Index"};
 
@@ -52,8 +51,8 @@ inline constexpr Text kChannelGroupTabs[] = {
 };
 
 // Adjust and coefficient grids: the heading is followed directly by 1, 2, ...
-inline constexpr Text kZeroAdjustHeading{"零点调整", "Zero Adjust"};
-inline constexpr Text kGainAdjustHeading{"增益调整", "Gain Adjust"};
+// (the adjust columns read as the module-information labels kZeroAdjustLabel
+// and kGainAdjustLabel).
 inline constexpr Text kGainCoefHeading{"增益系数", "Gain Coef"};
 inline constexpr Text kZeroCoefHeading{"零点偏移", "Zero Coef"};
 

@@ -8,7 +8,7 @@ QString fileFailure(const QString& path, const QString& reason, Language languag
 {
     if (reason.isEmpty())
         return pick(kNotRegularFile, language).arg(path);
-    return pick(kFileReason, language).arg(path, reason);
+    return pick(kReason, language).arg(path, reason);
 }
 
 QString shortFile(const QString& path, qsizetype size, qsizetype whole, int firstKept, bool infoWhole, Language language)

@@ -32,9 +32,10 @@ inline constexpr Text kOpenPortSuffix{"失败。", " fail."};
 inline constexpr Text kFoundPrefix{"共发现", "Found "};
 inline constexpr Text kFoundSuffix{"个模块。", " modules."};
 
-// The line after a file's failure message: "PATH: the system's reason", or
-// "PATH is not a regular file." when there is no reason (a FIFO, a device).
-inline constexpr Text kFileReason{"%1：%2", "%1: %2"};
+// The line after a failure message: "PATH: the system's reason" (a file, a
+// port), or "PATH is not a regular file." when there is no reason (a FIFO,
+// a device).
+inline constexpr Text kReason{"%1：%2", "%1: %2"};
 inline constexpr Text kNotRegularFile{"%1 不是普通文件。", "%1 is not a regular file."};
 QString fileFailure(const QString& path, const QString& reason, Language language);
 

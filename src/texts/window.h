@@ -1,6 +1,7 @@
 #pragma once
 
 #include "language.h"
+#include "reference.h"
 
 // Captions of the main window: its title, menus and the port and search bar.
 // An ampersand marks a menu entry's access key.
@@ -27,19 +28,20 @@ inline constexpr Text kFrame6{"操作区", "Order"};
 inline constexpr Text kSearchButton{"搜索模块(&S)", "&Search"};
 
 // The three frames that TabStrip1 shows one at a time.
-inline constexpr Text kFrameTabs[] = {{"参数设置", "Channel Setup"}, {"调整值", "Adjust Values"}, {"模块信息", "Module Information"}};
-inline constexpr Text kFrame1{"参数设置", "Channel Setup"};
+// Frame1's title is the channel grid's own (reference.h): it changes with
+// the grey reference columns.
 inline constexpr Text kCaption{"各个通道参数设置", "Channel Setup"};
 inline constexpr Text kFrame2{"调整值", "Adjust Values"};
 inline constexpr Text kFrame3{"模块信息", "Module Information"};
+inline constexpr const Text* kFrameTabs[] = {&reference::kFrameTitle, &kFrame2, &kFrame3};
 
 // Buttons. The group buttons read "读取1-4通道" ... in Chinese and "Read" /
 // "Send" in English.
 inline constexpr Text kReadGroup[] = {{"读取1-4通道", "Read"}, {"读取5-8通道", "Read"}, {"读取9-12通道", "Read"}, {"读取13-16通道", "Read"}};
 inline constexpr Text kSendGroup[] = {{"发送1-4通道", "Send"}, {"发送5-8通道", "Send"}, {"发送9-12通道", "Send"}, {"发送13-16通道", "Send"}};
-inline constexpr Text kFrame1Receive{"读取操作", "Read"};
+// cmdFrame1Receive and cmdFrame2Receive.
+inline constexpr Text kReadOperation{"读取操作", "Read"};
 inline constexpr Text kFrame1Send{"发送", "Send"};
-inline constexpr Text kFrame2Receive{"读取操作", "Read"};
 inline constexpr Text kFrame2Send{"发送操作", "Send"};
 inline constexpr Text kFrame3Receive{"读取", "Read"};
 inline constexpr Text kFrame3Send{"修改模块卡号", "Send"};

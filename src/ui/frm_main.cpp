@@ -121,8 +121,8 @@ QWidget* frmMain::buildFrames()
     tabStrip1_->setObjectName(QStringLiteral("TabStrip1"));
     tabStrip1_->setAccessibleName(pick(texts::window::kFrameTabsName, language_));
     tabStrip1_->setExpanding(false);
-    for (const Text& caption : texts::window::kFrameTabs)
-        tabStrip1_->addTab(pick(caption, language_));
+    for (const Text* caption : texts::window::kFrameTabs)
+        tabStrip1_->addTab(pick(*caption, language_));
     for (QWidget* frame : std::initializer_list<QWidget*>{frame1_, frame2_, frame3_})
         frames_->addWidget(frame);
     followTabs(tabStrip1_, this, [this](int index) { TabStrip1_Click(index); });

@@ -78,7 +78,7 @@ QLayout* OperationPanel::groupCommands(const char* readName, const char* sendNam
 }
 
 ChannelSetupPanel::ChannelSetupPanel(Language language)
-    : OperationPanel("Frame1", texts::window::kFrame1, language)
+    : OperationPanel("Frame1", texts::reference::kFrameTitle, language)
     , pane_(new FrameTextPane(kOperateNames, language))
     , MSHGridOperate_(new CellGrid(QStringLiteral("MSHGridOperate"), pick(texts::window::kChannelGridName, language)))
     , MSHGridCalibration_(new CellGrid(QStringLiteral("MSHGridCalibration"), pick(texts::window::kCalibrationGridName, language)))
@@ -102,7 +102,7 @@ ChannelSetupPanel::ChannelSetupPanel(Language language)
     for (QWidget* control : std::initializer_list<QWidget*>{cmdShow_, MSHGridOperate_, MSHGridCalibration_})
         lockDuringExchanges(control);
     body()->addLayout(groupCommands("cmdReceive", "cmdSend"));
-    body()->addLayout(row({command("cmdFrame1Receive", texts::window::kFrame1Receive, &OperationPanel::readAll),
+    body()->addLayout(row({command("cmdFrame1Receive", texts::window::kReadOperation, &OperationPanel::readAll),
                            command("cmdFrame1Send", texts::window::kFrame1Send, &OperationPanel::sendAll),
                            command("cmdBalance", texts::window::kBalance, &OperationPanel::balance)}));
 }
@@ -131,7 +131,7 @@ AdjustPanel::AdjustPanel(Language language)
     body()->addWidget(pane_);
     lockDuringExchanges(MSHGridNoOperate_);
     body()->addLayout(groupCommands("cmdNoOperateReceive", "cmdNoOperateSend"));
-    body()->addLayout(row({command("cmdFrame2Receive", texts::window::kFrame2Receive, &OperationPanel::readAll),
+    body()->addLayout(row({command("cmdFrame2Receive", texts::window::kReadOperation, &OperationPanel::readAll),
                            command("cmdFrame2Send", texts::window::kFrame2Send, &OperationPanel::sendAll)}));
 }
 

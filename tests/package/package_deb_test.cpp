@@ -353,12 +353,12 @@ void PackageDebTest::windowShowsItsCaptionsInTheLocalesLanguage()
     const QStringList captions = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
     const auto shown = velmor::Language(language);
     using namespace velmor::texts::window;
-    for (const velmor::Text& text : {kWindowTitle, kMnuFile, kMnuOperate, kMnuHelp, kSearchButton, kFrameTabs[0],
-                                     kFrameTabs[1], kFrameTabs[2], kFrame6})
+    for (const velmor::Text& text : {kWindowTitle, kMnuFile, kMnuOperate, kMnuHelp, kSearchButton, *kFrameTabs[0],
+                                     *kFrameTabs[1], *kFrameTabs[2], kFrame6})
         QVERIFY2(captions.contains(velmor::pick(text, shown)), qPrintable(velmor::pick(text, shown)));
     // And none of the other language's where the two differ.
     const auto other = shown == velmor::Language::Chinese ? velmor::Language::English : velmor::Language::Chinese;
-    for (const velmor::Text& text : {kMnuFile, kSearchButton, kFrameTabs[0], kFrame6})
+    for (const velmor::Text& text : {kMnuFile, kSearchButton, *kFrameTabs[0], kFrame6})
         QVERIFY2(!captions.contains(velmor::pick(text, other)), qPrintable(velmor::pick(text, other)));
 }
 

@@ -60,7 +60,7 @@ int runBalance(Session& session, const QCommandLineParser& parser)
     qint32 mask = -1;
     if (parser.isSet(optionName(Opt::Channels)) && !channelMask(parser.value(optionName(Opt::Channels)), mask))
         return usage(session, texts::cli::kChannelsSyntax);
-    session.state().channelMask[0] = mask;
+    session.state().currentMask() = mask;
     PortEntry port;
     if (const int code = takePort(session, parser, port))
         return code;

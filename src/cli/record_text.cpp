@@ -1,6 +1,7 @@
 #include "record_text.h"
 
 #include "model/capabilities.h"
+#include "model/models.h"
 #include "model/parameters.h"
 #include "model/reference.h"
 #include "shown_text.h"
@@ -130,7 +131,7 @@ QString adjustSection(const ModuleRecord& record, Language language)
 QString coefficientSection(const ModuleRecord& record, Language language)
 {
     // Model code 3 keeps eleven gain coefficients and no zero coefficients.
-    const bool wide = record.modelCode == 3;
+    const bool wide = hasWideCalibration(record.modelCode);
     const int gains = wide ? 11 : 4;
     const int zeros = wide ? 0 : 4;
     Rows rows{QStringList{pick(texts::grid::kChannelPrefix, language)} + numberedHeadings(texts::grid::kGainCoefHeading, gains, language)

@@ -56,7 +56,7 @@ int runReport(Session& session, const QCommandLineParser& parser)
 
     SetupState& state = session.state();
     const ReportSubject subject{session.portName(session.record().portNumber),
-                                state.channelMask.at(static_cast<size_t>(state.currentModule)),
+                                state.currentMask(),
                                 QDateTime::currentDateTime()};
     const QString failure = writeReportFile(out, *format, setupReportHtml(session.record(), subject, language), language);
     if (!failure.isEmpty()) {

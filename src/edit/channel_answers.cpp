@@ -2,6 +2,8 @@
 // whole number, columns 12, 13, 14 a decimal one.
 #include "channel_rules.h"
 
+#include "model/limits.h"
+
 #include "edit/grid_cells.h"
 #include "model/auto_gain.h"
 #include "model/number_text.h"
@@ -12,8 +14,6 @@
 namespace velmor {
 
 namespace {
-
-constexpr double kZeroAdjustPromptCap = 255;
 
 CellUpdate recordCell(const ModuleRecord& module, int row, int column, Language language)
 {
@@ -31,7 +31,7 @@ EditResult answerWhole(ModuleRecord& module, int column, double answer, RowSpan 
     if (column == kBalanceColumn)
         value = std::min<double>(value, balanceCap(module));
     else if (column == kZeroAdjustColumn)
-        value = std::min(value, kZeroAdjustPromptCap);
+        value = std::min<double>(value, kZeroAdjustHighest);
     const QString shown = formatNumber(value, kWholePicture);
     EditResult result;
     for (int row = span.first; row <= span.last; ++row) {

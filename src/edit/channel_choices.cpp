@@ -1,6 +1,8 @@
 // What a list choice and the automatic-balance toggle store, and which cells follow.
 #include "channel_rules.h"
 
+#include "model/models.h"
+
 #include "edit/grid_cells.h"
 #include "model/range_from_gain.h"
 #include "model/reference.h"
@@ -13,7 +15,6 @@ namespace {
 
 constexpr int kCurrentSource = 1;  // excitation code 1 under excitationType 1: the 4 mA source
 constexpr qint16 kAcCoupling = 1;
-constexpr int kModelTmA4 = 0;
 
 CellUpdate recordCell(const ModuleRecord& module, int row, int column, Language language)
 {
@@ -26,11 +27,9 @@ bool onCurrentSource(const ModuleRecord& module, const ChannelRecord& channel)
     return module.excitationType == 1 && channel.excitation == kCurrentSource;
 }
 
-// "TM-A4" keeps one pair of adjust values per gain step; the other models keep
-// theirs in entry 0, where typing into the adjust cells puts them too.
 size_t adjustEntry(const ModuleRecord& module, int gain)
 {
-    return module.modelCode == kModelTmA4 ? static_cast<size_t>(gain) : 0;
+    return static_cast<size_t>(adjustEntryOf(module.modelCode, gain));
 }
 
 void writeChoice(ModuleRecord& module, int column, int item, int row, Language language, QList<CellUpdate>& cells)

@@ -4,6 +4,7 @@
 #include "edit/grid_cells.h"
 
 #include "model/gain_steps.h"
+#include "model/models.h"
 #include "model/reference.h"
 #include "texts/editor.h"
 #include "texts/option.h"
@@ -19,7 +20,8 @@ namespace {
 
 constexpr int kFirstColumn = 1;
 constexpr int kLastColumn = kTypeColumn;
-constexpr int kEditableReferenceModel = 3;  // "TM-B8"; "TM-B16" only shows them
+// "TM-B8" edits its reference columns; "TM-B16" only shows them.
+constexpr int kEditableReferenceModel = kTmB8;
 constexpr int kHighestHoldChoice = 7;       // the list offers 2^0 .. 2^7
 
 // The capability code that lets a column be edited at all. Column 10 is not

@@ -2,24 +2,20 @@
 // and what counts as a number.
 #include "channel_rules.h"
 
+#include "model/limits.h"
+#include "model/models.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
 namespace velmor {
 
-namespace {
-
-constexpr int kNewFirmware = 40;    // versions above this have the wider balance converters
-constexpr int kModelTmC8 = 6;
-
-}  // namespace
-
 int balanceCap(const ModuleRecord& module)
 {
-    if (module.version > kNewFirmware)
-        return module.modelCode == kModelTmC8 ? 255 : 4095;
-    return 1023;
+    if (module.version > kNarrowFirmwareHighest)
+        return module.modelCode == kTmC8 ? kBalanceHighestNewTmC8 : kBalanceHighestNew;
+    return kBalanceHighestOld;
 }
 
 RowSpan gridRows(const ModuleRecord& module, RowSpan rows)

@@ -3,6 +3,8 @@
 
 #include "edit/grid_cells.h"
 #include "model/auto_gain.h"
+#include "model/limits.h"
+#include "model/models.h"
 #include "model/number_text.h"
 #include "model/range_from_gain.h"
 
@@ -10,18 +12,12 @@ namespace velmor {
 
 namespace {
 
-
-constexpr int kHighestZeroAdjust = 255;
-// Typed gain adjusts stop at 1023 whatever the converter's resolution.
-constexpr int kHighestGainAdjust = 1023;
-constexpr int kModelTmA4 = 0;
-
-// Typed zero adjusts land at the gain step's entry on "TM-A4", at entry 0
-// elsewhere. A gain code outside the table (a bad file) leaves the table alone.
+// Typed zero adjusts land at the channel's adjust entry (per gain step on
+// "TM-A4"). A gain code outside the table (a bad file) leaves the table alone.
 void storeZeroAdjust(const ModuleRecord& module, ChannelRecord& channel, int value)
 {
     channel.zeroAdjust = value;
-    const int entry = module.modelCode == kModelTmA4 ? channel.gain : 0;
+    const int entry = adjustEntryOf(module.modelCode, channel.gain);
     if (entry >= 0 && entry < kTableEntries)
         channel.zeroAdjustTable[static_cast<size_t>(entry)] = value;
 }
@@ -41,14 +37,14 @@ bool storeTyped(ModuleRecord& module, int row, int column, const QString& text, 
         }
         return false;
     case kZeroAdjustColumn:
-        if (const std::optional<int> value = wholeNumberWithin(text, kHighestZeroAdjust)) {
+        if (const std::optional<int> value = wholeNumberWithin(text, kZeroAdjustHighest)) {
             storeZeroAdjust(module, channel, *value);
             return true;
         }
         return false;
     case kGainAdjustColumn:
         // Entry 0 for every model, unlike the zero adjust: as the grid always did.
-        if (const std::optional<int> value = wholeNumberWithin(text, kHighestGainAdjust)) {
+        if (const std::optional<int> value = wholeNumberWithin(text, kGainAdjustHighest)) {
             channel.gainAdjust = *value;
             channel.gainAdjustTable[0] = *value;
             return true;

@@ -1,5 +1,7 @@
 #include "frequency_dialog_rules.h"
 
+#include "model/models.h"
+
 #include "channel_rules.h"
 #include "model/number_text.h"
 #include "texts/editor.h"
@@ -10,7 +12,6 @@ namespace velmor {
 
 namespace {
 
-constexpr int kModelTmC8 = 6;
 // At start "TM-C8" counts on base 150000 with its own exact lowest value (the
 // one cutoffLimits gives it), and that one division takes the same 149999.9
 // dividend as the base's usual lowest value.
@@ -30,7 +31,7 @@ void showCandidates(FrequencyDialogState& state)
 
 void startChoice(CutoffChoice& choice, const ModuleRecord& module, double frequency)
 {
-    if (module.modelCode == kModelTmC8 && frequency == cutoffLimits(module).lowest) {
+    if (module.modelCode == kTmC8 && frequency == cutoffLimits(module).lowest) {
         const double divider = std::round(kBase150000 / frequency);
         const double candidate = leadingNumber(captionText(kLowestDividend150000 / divider));
         choice.candidates = {candidate, candidate};

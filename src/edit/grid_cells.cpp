@@ -1,5 +1,7 @@
 #include "grid_cells.h"
 
+#include "model/models.h"
+
 #include "model/number_text.h"
 #include "model/parameters.h"
 #include "model/reference.h"
@@ -29,10 +31,7 @@ static_assert(std::size(texts::grid::kChannelHeadings) == kLastParameterColumn);
 constexpr int kLastReferenceColumn = kFirstReferenceColumn + static_cast<int>(std::size(kReferenceColumns)) - 1;
 
 // Adjust and coefficient grids: four entries of each table are shown...
-constexpr int kShownEntries = 4;
 // ...except the gain coefficients of "TM-B8", which keeps eleven of them.
-constexpr int kWideGainCoefModel = 3;
-constexpr int kWideGainCoefEntries = 11;
 
 constexpr NumberPicture kHundredthsPicture{1, 2, 2};  // "0.00"
 constexpr NumberPicture kTenthsPicture{1, 1, 1};      // "0.0"
@@ -111,10 +110,10 @@ GridCells channelGridCells(const ModuleRecord& record, Language language, qint32
 
 QString adjustCellText(const ChannelRecord& channel, int column)
 {
-    if (column >= 1 && column <= kShownEntries)
+    if (column >= 1 && column <= kAdjustEntries)
         return QString::number(entry(channel.zeroAdjustTable, column - 1));
-    if (column > kShownEntries && column <= 2 * kShownEntries)
-        return QString::number(entry(channel.gainAdjustTable, column - 1 - kShownEntries));
+    if (column > kAdjustEntries && column <= 2 * kAdjustEntries)
+        return QString::number(entry(channel.gainAdjustTable, column - 1 - kAdjustEntries));
     return QString();
 }
 
@@ -122,11 +121,11 @@ GridCells adjustGridCells(const ModuleRecord& record, Language language)
 {
     GridCells cells;
     cells.headings << pick(texts::grid::kChannelPrefix, language);
-    appendNumbered(cells.headings, texts::grid::kZeroAdjustLabel, kShownEntries, language);
-    appendNumbered(cells.headings, texts::grid::kGainAdjustLabel, kShownEntries, language);
+    appendNumbered(cells.headings, texts::grid::kZeroAdjustLabel, kAdjustEntries, language);
+    appendNumbered(cells.headings, texts::grid::kGainAdjustLabel, kAdjustEntries, language);
     for (int channel = 0; channel < shownChannels(record); ++channel) {
         QStringList row{channelName(channel, language)};
-        for (int column = 1; column <= 2 * kShownEntries; ++column)
+        for (int column = 1; column <= 2 * kAdjustEntries; ++column)
             row << adjustCellText(channelAt(record, channel), column);
         cells.rows << row;
     }
@@ -135,12 +134,12 @@ GridCells adjustGridCells(const ModuleRecord& record, Language language)
 
 int gainCoefColumns(int modelCode)
 {
-    return modelCode == kWideGainCoefModel ? kWideGainCoefEntries : kShownEntries;
+    return hasWideCalibration(modelCode) ? kWideGainCoefEntries : kCoefEntries;
 }
 
 int zeroCoefColumns(int modelCode)
 {
-    return modelCode == kWideGainCoefModel ? 0 : kShownEntries;
+    return hasWideCalibration(modelCode) ? 0 : kCoefEntries;
 }
 
 QString calibrationCellText(int modelCode, const ChannelRecord& channel, int column)

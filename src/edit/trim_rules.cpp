@@ -1,5 +1,7 @@
 #include "trim_rules.h"
 
+#include "model/limits.h"
+
 #include "edit/grid_cells.h"
 #include "model/number_text.h"
 #include "texts/editor.h"
@@ -16,8 +18,6 @@ namespace {
 // Adjust grid: columns 1-4 zero adjust (one byte on the wire), 5-8 gain adjust.
 constexpr int kAdjustZeroColumns = 4;
 constexpr int kAdjustColumns = 8;
-constexpr int kZeroAdjustHighest = 255;
-constexpr int kGainAdjustHighest = 1023;
 
 constexpr double kGainCoefScale = 100.0;  // hundredths
 constexpr double kZeroCoefScale = 10.0;   // tenths

@@ -342,7 +342,7 @@ bool Operations::cmdBalance()
     // The line is held from the balance to the end of the read after it.
     const LineHold line = holdLine(LineActivity::Balancing);
     const bool balanced = sequence(LineActivity::Balancing, [this] {
-        const Request request = balanceRequest(state_.current(), state_.channelMask.at(static_cast<size_t>(state_.currentModule)));
+        const Request request = balanceRequest(state_.current(), state_.currentMask());
         if (!single(request, Panel::ChannelSetup, 0))
             return stop();
         // Give the modules time to finish balancing before reading the results.

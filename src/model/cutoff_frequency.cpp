@@ -1,5 +1,7 @@
 #include "cutoff_frequency.h"
 
+#include "models.h"
+
 #include "number_text.h"
 #include "texts/frequency.h"
 
@@ -33,7 +35,6 @@ constexpr LimitRow kLimits[] = {
     {4, {2.28889, 30000.0}},
 };
 constexpr CutoffLimits kOtherLimits{1.52593, 10000.0};
-constexpr int kModelTmC8 = 6;
 constexpr double kTmC8Lowest = 1.83111;
 
 // Candidates go through their five-decimal text, as the captions show them.
@@ -54,7 +55,7 @@ int dividerCode(double divider, int codePerDivider)
 
 CutoffBase cutoffBaseAtStart(const ModuleRecord& module)
 {
-    return module.modelCode == kModelTmC8 ? CutoffBase::Base150000 : cutoffBaseOnEdit(module);
+    return module.modelCode == kTmC8 ? CutoffBase::Base150000 : cutoffBaseOnEdit(module);
 }
 
 CutoffBase cutoffBaseOnEdit(const ModuleRecord& module)
@@ -93,7 +94,7 @@ CutoffLimits cutoffLimits(const ModuleRecord& module)
         if (row.filterType == module.filterType)
             limits = row.limits;
     }
-    if (module.modelCode == kModelTmC8)
+    if (module.modelCode == kTmC8)
         limits.lowest = kTmC8Lowest;
     return limits;
 }

@@ -1,5 +1,7 @@
 #include "cutoff_groups.h"
 
+#include "models.h"
+
 #include <utility>
 
 namespace velmor {
@@ -7,7 +9,6 @@ namespace velmor {
 namespace {
 
 constexpr RowSpan kTmC16Groups[] = {{1, 3}, {4, 6}, {7, 8}, {9, 11}, {12, 14}, {15, 16}};
-constexpr int kModelTmC16 = 2;
 
 }  // namespace
 
@@ -24,7 +25,7 @@ RowSpan cutoffRows(int modelCode, RowSpan selection)
 {
     if (selection.first > selection.last)
         std::swap(selection.first, selection.last);
-    if (modelCode != kModelTmC16)
+    if (modelCode != kTmC16)
         return selection;
     return {cutoffGroupOf(selection.first).first, cutoffGroupOf(selection.last).last};
 }

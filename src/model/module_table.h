@@ -13,6 +13,7 @@ inline constexpr int kModuleSlots = 33;       // records in the table, index 0 t
 inline constexpr int kChannelSlots = 17;      // channel records per module; slot 16 is spare
 inline constexpr int kWiredChannels = 16;     // channels 1 to 16 that replies fill
 inline constexpr int kTableEntries = 17;      // entries of each adjust and coefficient array
+inline constexpr int kAdjustEntries = 4;      // of them, the adjust entries that travel and show
 inline constexpr int kSpareWords = 33;
 inline constexpr int kTrailingBytes = 32;
 inline constexpr int kInfoTailBytes = 36;
@@ -111,6 +112,9 @@ struct SetupState {
 
     ModuleRecord& current() { return table.at(static_cast<size_t>(currentModule)); }
     const ModuleRecord& current() const { return table.at(static_cast<size_t>(currentModule)); }
+    // The current module's channels for the next balance (bit c for channel c).
+    qint32& currentMask() { return channelMask.at(static_cast<size_t>(currentModule)); }
+    qint32 currentMask() const { return channelMask.at(static_cast<size_t>(currentModule)); }
 };
 
 }  // namespace velmor

@@ -1,5 +1,7 @@
 #include "reference.h"
 
+#include "models.h"
+
 #include "number_text.h"
 #include "texts/reference.h"
 
@@ -30,7 +32,7 @@ const Text& unitOf(bool strain)
 
 bool hasReferenceColumns(int modelCode)
 {
-    return modelCode == 3 || modelCode == 4;
+    return modelCode == kTmB8 || modelCode == kTmB16;
 }
 
 QString channelFrameTitle(int modelCode, Language language)

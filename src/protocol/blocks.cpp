@@ -29,7 +29,7 @@ quint8 get8(const Payload& p, int i) { return p[static_cast<size_t>(i)]; }
 ChannelRecord& channel(ModuleRecord& record, int c) { return record.channels.at(static_cast<size_t>(c)); }
 const ChannelRecord& channel(const ModuleRecord& record, int c) { return record.channels.at(static_cast<size_t>(c)); }
 
-bool wideCalibration(const ModuleRecord& record) { return record.modelCode == kWideModelCode; }
+bool wideCalibration(const ModuleRecord& record) { return hasWideCalibration(record.modelCode); }
 
 }  // namespace
 
@@ -101,7 +101,7 @@ void putCalibrationPair(const ModuleRecord& record, int k, Frame& frame)
         const ChannelRecord& c = channel(record, 2 * k + j);
         if (wide) {
             const int b = kData + kWideCalibrationBlock * j;
-            for (int i = 0; i < kWideCoefEntries; ++i)
+            for (int i = 0; i < kWideGainCoefEntries; ++i)
                 put16(frame, b + 2 * i, c.gainCoef[static_cast<size_t>(i)]);
         } else {
             const int b = kData + kCalibrationBlock * j;
@@ -120,7 +120,7 @@ void takeCalibrationPair(const Payload& p, int k, ModuleRecord& record)
         ChannelRecord& c = channel(record, 2 * k + j);
         if (wide) {
             const int b = kData + kWideCalibrationBlock * j;
-            for (int i = 0; i < kWideCoefEntries; ++i)
+            for (int i = 0; i < kWideGainCoefEntries; ++i)
                 c.gainCoef[static_cast<size_t>(i)] = get16(p, b + 2 * i);
         } else {
             const int b = kData + kCalibrationBlock * j;

@@ -27,19 +27,15 @@ inline constexpr int kGainAdjust = 9;         // 2 bytes
 inline constexpr int kFlags = 11;
 
 // Adjust block: four 12-byte blocks; entries 0..3 of each table.
-inline constexpr int kAdjustEntries = 4;
 inline constexpr int kZeroAdjustTable = 0;    // 1 byte per entry
 inline constexpr int kGainAdjustTable = 4;    // 2 bytes per entry
 
-// Calibration pair, every model but code 3: 16 bytes per channel.
+// Calibration pair of every other model: 16 bytes per channel.
 inline constexpr int kCalibrationBlock = 16;
-inline constexpr int kCoefEntries = 4;
 inline constexpr int kGainCoef = 0;           // 2 bytes per entry
 inline constexpr int kZeroCoef = 8;           // 2 bytes per entry
-// Calibration pair of model code 3: 22 bytes per channel, gain coefficients only.
-inline constexpr int kWideModelCode = 3;
+// Calibration pair of "TM-B8" (hasWideCalibration): 22 bytes per channel, gain coefficients only.
 inline constexpr int kWideCalibrationBlock = 22;
-inline constexpr int kWideCoefEntries = 11;
 
 // Module information in the write request and the full-read reply.
 inline constexpr int kInfoAddress = kData;    // the address the module is to take

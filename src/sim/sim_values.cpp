@@ -127,13 +127,13 @@ void fillChannel(ChannelRecord& c, const ModuleRecord& m, bool wideCalibration, 
     c.zeroAdjust = v.in(kZeroAdjust);
     c.gainAdjust = v.in(gainAdjustValues(m.adjustType));
     c.channelFlags = static_cast<qint16>(v.in(kFlags));
-    v.fill(c.zeroAdjustTable, layout::kAdjustEntries, kZeroAdjust);
-    v.fill(c.gainAdjustTable, layout::kAdjustEntries, gainAdjustValues(m.adjustType));
+    v.fill(c.zeroAdjustTable, kAdjustEntries, kZeroAdjust);
+    v.fill(c.gainAdjustTable, kAdjustEntries, gainAdjustValues(m.adjustType));
     if (wideCalibration) {
-        v.fill(c.gainCoef, layout::kWideCoefEntries, kGainCoef);
+        v.fill(c.gainCoef, kWideGainCoefEntries, kGainCoef);
     } else {
-        v.fill(c.gainCoef, layout::kCoefEntries, kGainCoef);
-        v.fill(c.zeroCoef, layout::kCoefEntries, kZeroCoef);
+        v.fill(c.gainCoef, kCoefEntries, kGainCoef);
+        v.fill(c.zeroCoef, kCoefEntries, kZeroCoef);
     }
 }
 
@@ -152,7 +152,7 @@ ModuleRecord simulatedModule(int address, int modelCode, quint32 seed)
     m.version = static_cast<quint8>(caps.codes[kVersionIndex] + v.in(kVersionOffset));
     for (int i = 0; i < layout::kInfoTailSent; ++i)
         m.infoTail[static_cast<size_t>(i)] = static_cast<quint8>(v.in(kByte));
-    const bool wide = modelCode == layout::kWideModelCode;
+    const bool wide = hasWideCalibration(modelCode);
     for (int c = 0; c < m.channelCount; ++c)
         fillChannel(m.channels[static_cast<size_t>(c)], m, wide, v);
     return m;

@@ -128,7 +128,7 @@ void ChannelGridEditor::cellReleased(int row, int column, RowSpan rows)
         askNumber(editor, column, rows);
         break;
     case EditorKind::Toggle:
-        show(toggleAutoBalance(state_.channelMask.at(static_cast<size_t>(state_.currentModule)), row, language_));
+        show(toggleAutoBalance(state_.currentMask(), row, language_));
         break;
     case EditorKind::FrequencyDialog:
         openFrequencyDialog(row, rows);

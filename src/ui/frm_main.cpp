@@ -327,7 +327,7 @@ void frmMain::MnuFile_ExportReport_Click()
     const ModuleRecord& record = state_.current();
     const PortEntry* port = findPort(ports_, record.portNumber);
     const ReportSubject subject{port ? port->name : QString::number(record.portNumber),
-                                state_.channelMask.at(static_cast<size_t>(state_.currentModule)),
+                                state_.currentMask(),
                                 QDateTime::currentDateTime()};
     const QString failure = writeReportFile(path, *format, setupReportHtml(record, subject, language_), language_);
     if (!failure.isEmpty())

@@ -49,7 +49,7 @@ void ModuleView::show(int parts)
     if (parts & Channels) {
         frame1_->setTitle(channelFrameTitle(record.modelCode, language_));
         frame1_->channelGrid()->showCells(
-            channelGridCells(record, language_, state_.channelMask.at(static_cast<size_t>(state_.currentModule))));
+            channelGridCells(record, language_, state_.currentMask()));
     }
     if (parts & Calibration)
         frame1_->calibrationGrid()->showCells(calibrationGridCells(record, language_));

@@ -12,6 +12,7 @@
 #include "edit/grid_cells.h"
 #include "model/fixed_text.h"
 #include "model/gain_steps.h"
+#include "model/models.h"
 #include "model/number_text.h"
 #include "sim/sim_values.h"
 #include "support/record_checks.h"
@@ -33,9 +34,6 @@ using namespace velmor::testing;
 namespace {
 
 constexpr quint32 kSeed = 1;
-constexpr int kTmC16 = 2;
-constexpr int kTmB8 = 3;
-constexpr int kTmB16 = 4;
 constexpr RowSpan kAllSixteen{1, 16};
 
 QStringList words(const char* text) { return QString::fromUtf8(text).split(QLatin1Char(' '), Qt::SkipEmptyParts); }
@@ -325,37 +323,37 @@ void CliEditTest::refusedFieldsLeaveTheFileAsItWas_data()
     QTest::addColumn<QString>("message");
     QTest::newRow("gain without gainType") << -1 << QStringList{QStringLiteral("gain=1")}
                                            << "gain=1: The TM-C16 has no gain setting (its capability code is 0). Nothing was written.";
-    QTest::newRow("coef on TM-B16") << kTmB16 << QStringList{QStringLiteral("coef=2")}
+    QTest::newRow("coef on TM-B16") << int(kTmB16) << QStringList{QStringLiteral("coef=2")}
                                     << "coef=2: The reference values of a TM-B16 are shown, not edited. Nothing was written.";
-    QTest::newRow("type on TM-C16") << kTmC16 << QStringList{QStringLiteral("type=Strain")}
+    QTest::newRow("type on TM-C16") << int(kTmC16) << QStringList{QStringLiteral("type=Strain")}
                                     << "type=Strain: The channel grid of a TM-C16 has no type column. Nothing was written.";
-    QTest::newRow("balance on TM-C16") << kTmC16 << QStringList{QStringLiteral("balance=10")}
+    QTest::newRow("balance on TM-C16") << int(kTmC16) << QStringList{QStringLiteral("balance=10")}
                                        << "balance=10: The TM-C16 has no balance setting (its capability code is 0). Nothing was written.";
-    QTest::newRow("not a number") << kTmC16 << QStringList{QStringLiteral("cutoff=12abc")}
+    QTest::newRow("not a number") << int(kTmC16) << QStringList{QStringLiteral("cutoff=12abc")}
                                   << "cutoff=12abc: Input data error. Nothing was written.";
-    QTest::newRow("coef not a number") << kTmB8 << QStringList{QStringLiteral("coef=two")}
+    QTest::newRow("coef not a number") << int(kTmB8) << QStringList{QStringLiteral("coef=two")}
                                        << "coef=two: Input data error. Nothing was written.";
-    QTest::newRow("empty number") << kTmB8 << QStringList{QStringLiteral("balance=")}
+    QTest::newRow("empty number") << int(kTmB8) << QStringList{QStringLiteral("balance=")}
                                   << "balance=: Input data error. Nothing was written.";
-    QTest::newRow("negative") << kTmB8 << QStringList{QStringLiteral("sensitivity=-1")}
+    QTest::newRow("negative") << int(kTmB8) << QStringList{QStringLiteral("sensitivity=-1")}
                               << "sensitivity=-1: sensitivity takes a number of 0 or more. Nothing was written.";
-    QTest::newRow("cut-off too high") << kTmC16 << QStringList{QStringLiteral("cutoff=20000")}
+    QTest::newRow("cut-off too high") << int(kTmC16) << QStringList{QStringLiteral("cutoff=20000")}
                                       << "cutoff=20000: Overflow: the cut-off of a TM-C16 takes 1.52593 to 10000 Hz. Nothing was written.";
-    QTest::newRow("unknown item") << kTmC16 << QStringList{QStringLiteral("coupling=AC")}
+    QTest::newRow("unknown item") << int(kTmC16) << QStringList{QStringLiteral("coupling=AC")}
                                   << "coupling=AC: AC is not an item of coupling. The items are: DC Coupling, AC Coupling. Nothing was written.";
-    QTest::newRow("gain is never a position") << kTmC16 << QStringList{QStringLiteral("gain=3")}
+    QTest::newRow("gain is never a position") << int(kTmC16) << QStringList{QStringLiteral("gain=3")}
                                               << "gain=3: 3 is not an item of gain. The items are: 1, 2, 5, 10. Nothing was written.";
-    QTest::newRow("unit") << kTmB8 << QStringList{QStringLiteral("unit=V")}
+    QTest::newRow("unit") << int(kTmB8) << QStringList{QStringLiteral("unit=V")}
                           << "unit=V: The unit follows the type and is not set on its own. Nothing was written.";
-    QTest::newRow("unknown field") << kTmC16 << QStringList{QStringLiteral("auto=1")}
+    QTest::newRow("unknown field") << int(kTmC16) << QStringList{QStringLiteral("auto=1")}
                                    << "auto=1: There is no field auto. The fields are: excitation, balance, coupling, gain, "
                                       "cutoff, division, zero-adjust, gain-adjust, integral, bridge, coef, sensitivity, range, "
                                       "type. Nothing was written.";
     // A refusal after assignments that were taken: none of them is written.
     QTest::newRow("refused after taken ones")
-        << kTmC16 << QStringList{QStringLiteral("excitation=4mA"), QStringLiteral("cutoff=1000"), QStringLiteral("coef=2")}
+        << int(kTmC16) << QStringList{QStringLiteral("excitation=4mA"), QStringLiteral("cutoff=1000"), QStringLiteral("coef=2")}
         << "coef=2: The channel grid of a TM-C16 has no coef column. Nothing was written.";
-    QTest::newRow("no equals sign") << kTmC16 << QStringList{QStringLiteral("gain")} << "gain is not FIELD=VALUE.";
+    QTest::newRow("no equals sign") << int(kTmC16) << QStringList{QStringLiteral("gain")} << "gain is not FIELD=VALUE.";
 }
 
 void CliEditTest::refusedFieldsLeaveTheFileAsItWas()

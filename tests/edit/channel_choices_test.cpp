@@ -243,10 +243,10 @@ void ChannelChoicesTest::gainChoiceRecomputesRangeWhereReferenceColumnsExist_dat
     QTest::addColumn<QString>("rangeText");
     QTest::addColumn<float>("range");
     // 4 x 10 000 000 / (1000 x 10 x 2.0) on a strain channel.
-    QTest::newRow("TM-B8 strain, gain 1000 at 10.0V, coefficient 2.0") << kTmB8 << true << 7 << "2000" << 2000.0f;
+    QTest::newRow("TM-B8 strain, gain 1000 at 10.0V, coefficient 2.0") << int(kTmB8) << true << 7 << "2000" << 2000.0f;
     // 100 x 2.0 x 10 / 1000 on a pressure channel.
-    QTest::newRow("TM-B8 pressure, gain 100 at 10.0V, sensitivity 2.0") << kTmB8 << false << 4 << "2.000" << 2.0f;
-    QTest::newRow("TM-B16 shows the range too") << kTmB16 << true << 7 << "2000" << 2000.0f;
+    QTest::newRow("TM-B8 pressure, gain 100 at 10.0V, sensitivity 2.0") << int(kTmB8) << false << 4 << "2.000" << 2.0f;
+    QTest::newRow("TM-B16 shows the range too") << int(kTmB16) << true << 7 << "2000" << 2000.0f;
 }
 
 void ChannelChoicesTest::gainChoiceRecomputesRangeWhereReferenceColumnsExist()
@@ -367,11 +367,11 @@ void ChannelChoicesTest::balanceCapByVersionAndModel_data()
     QTest::addColumn<int>("version");
     QTest::addColumn<int>("modelCode");
     QTest::addColumn<int>("cap");
-    QTest::newRow("version 41, TM-C8") << 41 << kTmC8 << 255;
-    QTest::newRow("version 41, TM-C16") << 41 << kTmC16 << 4095;
-    QTest::newRow("version 255, TM-B8") << 255 << kTmB8 << 4095;
-    QTest::newRow("version 40, TM-C8") << 40 << kTmC8 << 1023;
-    QTest::newRow("version 0, TM-C16") << 0 << kTmC16 << 1023;
+    QTest::newRow("version 41, TM-C8") << 41 << int(kTmC8) << 255;
+    QTest::newRow("version 41, TM-C16") << 41 << int(kTmC16) << 4095;
+    QTest::newRow("version 255, TM-B8") << 255 << int(kTmB8) << 4095;
+    QTest::newRow("version 40, TM-C8") << 40 << int(kTmC8) << 1023;
+    QTest::newRow("version 0, TM-C16") << 0 << int(kTmC16) << 1023;
 }
 
 void ChannelChoicesTest::balanceCapByVersionAndModel()
@@ -387,9 +387,9 @@ void ChannelChoicesTest::balanceAnswerOf5000IsCapped_data()
     QTest::addColumn<int>("version");
     QTest::addColumn<int>("modelCode");
     QTest::addColumn<int>("stored");
-    QTest::newRow("version 41, model code 6") << 41 << kTmC8 << 255;
-    QTest::newRow("version 41, model code 2") << 41 << kTmC16 << 4095;
-    QTest::newRow("version 40") << 40 << kTmC16 << 1023;
+    QTest::newRow("version 41, model code 6") << 41 << int(kTmC8) << 255;
+    QTest::newRow("version 41, model code 2") << 41 << int(kTmC16) << 4095;
+    QTest::newRow("version 40") << 40 << int(kTmC16) << 1023;
 }
 
 void ChannelChoicesTest::balanceAnswerOf5000IsCapped()

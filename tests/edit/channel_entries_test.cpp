@@ -194,11 +194,11 @@ void ChannelEntriesTest::typedZeroAdjustLandsAtTheGainEntryOnTmA4Only_data()
     QTest::addColumn<int>("modelCode");
     QTest::addColumn<int>("gain");
     QTest::addColumn<int>("entry");  // -1: the table stays as it was
-    QTest::newRow("TM-A4, gain 2") << kTmA4 << 2 << 2;
-    QTest::newRow("TM-A4, gain 0") << kTmA4 << 0 << 0;
-    QTest::newRow("TM-C16, gain 2") << kTmC16 << 2 << 0;
-    QTest::newRow("TM-B8, gain 3") << kTmB8 << 3 << 0;
-    QTest::newRow("TM-A4, gain code past the table") << kTmA4 << 20 << -1;
+    QTest::newRow("TM-A4, gain 2") << int(kTmA4) << 2 << 2;
+    QTest::newRow("TM-A4, gain 0") << int(kTmA4) << 0 << 0;
+    QTest::newRow("TM-C16, gain 2") << int(kTmC16) << 2 << 0;
+    QTest::newRow("TM-B8, gain 3") << int(kTmB8) << 3 << 0;
+    QTest::newRow("TM-A4, gain code past the table") << int(kTmA4) << 20 << -1;
 }
 
 void ChannelEntriesTest::typedZeroAdjustLandsAtTheGainEntryOnTmA4Only()

@@ -3,6 +3,7 @@
 // What the edit tests share: readable failure messages for cell updates, the
 // model codes they name, and modules and cell lists built from a few numbers.
 #include "edit/cell_updates.h"
+#include "model/models.h"
 #include "model/module_table.h"
 #include "texts/language.h"
 
@@ -27,12 +28,6 @@ Q_DECLARE_METATYPE(velmor::ModuleRecord)
 namespace velmor::testing {
 
 // Model codes: a model's position in kModels.
-inline constexpr int kTmA4 = 0;
-inline constexpr int kTmA8 = 1;
-inline constexpr int kTmC16 = 2;
-inline constexpr int kTmB8 = 3;
-inline constexpr int kTmB16 = 4;
-inline constexpr int kTmC8 = 6;
 
 // The channel grid's cut-off frequency column.
 inline constexpr int kCutoffColumn = 6;

@@ -198,13 +198,13 @@ void FrequencyDialogRulesTest::belowTheLowestIsTooLow_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<Language>("language");
     QTest::addColumn<QString>("caption");
-    QTest::newRow("1.52592 on filterType 1") << kTmA8 << 1 << "1.52592" << Language::English << "Too low";
-    QTest::newRow("1 on filterType 3, Chinese") << kTmA8 << 3 << "1" << Language::Chinese << "低于最小值";
-    QTest::newRow("2.28888 on filterType 4") << kTmA8 << 4 << "2.28888" << Language::English << "Too low";
-    QTest::newRow("1.83110 on TM-C8") << kTmC8 << 1 << "1.83110" << Language::English << "Too low";
-    QTest::newRow("1.52593 on TM-C8") << kTmC8 << 3 << "1.52593" << Language::English << "Too low";
-    QTest::newRow("letters read 0") << kTmA8 << 1 << "abc" << Language::English << "Too low";
-    QTest::newRow("negative") << kTmA8 << 1 << "-5" << Language::English << "Too low";
+    QTest::newRow("1.52592 on filterType 1") << int(kTmA8) << 1 << "1.52592" << Language::English << "Too low";
+    QTest::newRow("1 on filterType 3, Chinese") << int(kTmA8) << 3 << "1" << Language::Chinese << "低于最小值";
+    QTest::newRow("2.28888 on filterType 4") << int(kTmA8) << 4 << "2.28888" << Language::English << "Too low";
+    QTest::newRow("1.83110 on TM-C8") << int(kTmC8) << 1 << "1.83110" << Language::English << "Too low";
+    QTest::newRow("1.52593 on TM-C8") << int(kTmC8) << 3 << "1.52593" << Language::English << "Too low";
+    QTest::newRow("letters read 0") << int(kTmA8) << 1 << "abc" << Language::English << "Too low";
+    QTest::newRow("negative") << int(kTmA8) << 1 << "-5" << Language::English << "Too low";
 }
 
 void FrequencyDialogRulesTest::belowTheLowestIsTooLow()
@@ -226,13 +226,13 @@ void FrequencyDialogRulesTest::belowTheLowestIsTooLow()
 void FrequencyDialogRulesTest::withinTheLimitsRecomputesOnTheFilterTypesBase_data()
 {
     addShownColumns();
-    QTest::newRow("3 on filterType 1") << kTmA8 << 1 << "3" << "3.00012" << "2.99994" << 33332;
-    QTest::newRow("50000 on filterType 3") << kTmA8 << 3 << "50000" << "50000.00000" << "25000.00000" << 2;
-    QTest::newRow("30000 on filterType 4") << kTmA8 << 4 << "30000" << "30000.00000" << "25000.00000" << 5;
-    QTest::newRow("2.28889 on filterType 4") << kTmA8 << 4 << "2.28889" << "2.28889" << "2.28889" << 65534;
-    QTest::newRow("1.83111 on TM-C8 filterType 1") << kTmC8 << 1 << "1.83111" << "1.83117" << "1.83110" << 54610;
-    QTest::newRow("1.83111 on TM-C8 filterType 4") << kTmC8 << 4 << "1.83111" << "1.83112" << "1.83110" << 81917;
-    QTest::newRow("leading number of 990Hz") << kTmA8 << 1 << "990Hz" << "1000.00000" << "980.39216" << 100;
+    QTest::newRow("3 on filterType 1") << int(kTmA8) << 1 << "3" << "3.00012" << "2.99994" << 33332;
+    QTest::newRow("50000 on filterType 3") << int(kTmA8) << 3 << "50000" << "50000.00000" << "25000.00000" << 2;
+    QTest::newRow("30000 on filterType 4") << int(kTmA8) << 4 << "30000" << "30000.00000" << "25000.00000" << 5;
+    QTest::newRow("2.28889 on filterType 4") << int(kTmA8) << 4 << "2.28889" << "2.28889" << "2.28889" << 65534;
+    QTest::newRow("1.83111 on TM-C8 filterType 1") << int(kTmC8) << 1 << "1.83111" << "1.83117" << "1.83110" << 54610;
+    QTest::newRow("1.83111 on TM-C8 filterType 4") << int(kTmC8) << 4 << "1.83111" << "1.83112" << "1.83110" << 81917;
+    QTest::newRow("leading number of 990Hz") << int(kTmA8) << 1 << "990Hz" << "1000.00000" << "980.39216" << 100;
 }
 
 void FrequencyDialogRulesTest::withinTheLimitsRecomputesOnTheFilterTypesBase()
@@ -266,15 +266,15 @@ void FrequencyDialogRulesTest::tmC8StartsOnBase150000AndChangesOnFilterType()
 void FrequencyDialogRulesTest::startTakesTheExactLowestValuesApart_data()
 {
     addShownColumns();
-    QTest::newRow("1.52593 on base 50000") << kTmA8 << 3 << "1.52593" << "1.52593" << "1.52593" << 65534;
-    QTest::newRow("2.28889 on base 150000") << kTmA8 << 4 << "2.28889" << "2.28889" << "2.28889" << 65534;
+    QTest::newRow("1.52593 on base 50000") << int(kTmA8) << 3 << "1.52593" << "1.52593" << "1.52593" << 65534;
+    QTest::newRow("2.28889 on base 150000") << int(kTmA8) << 4 << "2.28889" << "2.28889" << "2.28889" << 65534;
     // TM-C8 at start: 1.83111 is exact, n = round(150000 / f) = 81918, and the
     // one division takes 149999.9.
-    QTest::newRow("1.83111 on TM-C8") << kTmC8 << 1 << "1.83111" << "1.83110" << "1.83110" << 81918;
-    QTest::newRow("1.83111 on TM-C8 filterType 4") << kTmC8 << 4 << "1.83111" << "1.83110" << "1.83110" << 81918;
+    QTest::newRow("1.83111 on TM-C8") << int(kTmC8) << 1 << "1.83111" << "1.83110" << "1.83110" << 81918;
+    QTest::newRow("1.83111 on TM-C8 filterType 4") << int(kTmC8) << 4 << "1.83111" << "1.83110" << "1.83110" << 81918;
     // Elsewhere 1.83111 on base 150000 is an ordinary value: n = floor(150000 / f).
-    QTest::newRow("1.83111 on filterType 4") << kTmA8 << 4 << "1.83111" << "1.83112" << "1.83110" << 81917;
-    QTest::newRow("1.52594 is ordinary") << kTmA8 << 1 << "1.52594" << "1.52597" << "1.52593" << 65532;
+    QTest::newRow("1.83111 on filterType 4") << int(kTmA8) << 4 << "1.83111" << "1.83112" << "1.83110" << 81917;
+    QTest::newRow("1.52594 is ordinary") << int(kTmA8) << 1 << "1.52594" << "1.52597" << "1.52593" << 65532;
 }
 
 void FrequencyDialogRulesTest::startTakesTheExactLowestValuesApart()

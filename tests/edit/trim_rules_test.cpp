@@ -313,19 +313,19 @@ void TrimRulesTest::gainCoef12345Shows123Point45AndTyping1Point25Stores125()
 void TrimRulesTest::leavingACoefficientCellStoresScaledValues_data()
 {
     addCoefficientColumns();
-    QTest::newRow("gain column 4") << kTmC16 << 4 << "-2" << false << 3 << -200;
-    QTest::newRow("gain 0.125 to even 12") << kTmC16 << 2 << "0.125" << false << 1 << 12;
-    QTest::newRow("gain 0.375 to even 38") << kTmC16 << 3 << "0.375" << false << 2 << 38;
-    QTest::newRow("zero column 5 in tenths") << kTmC16 << 5 << "2.5" << true << 0 << 25;
-    QTest::newRow("zero 0.25 to even 2") << kTmC16 << 8 << "0.25" << true << 3 << 2;
-    QTest::newRow("zero negative") << kTmC16 << 6 << "-3.7" << true << 1 << -37;
-    QTest::newRow("no range check") << kTmC16 << 1 << "99999" << false << 0 << 9999900;
-    QTest::newRow("beyond the field saturates") << kTmC16 << 1 << "1e20" << false << 0
+    QTest::newRow("gain column 4") << int(kTmC16) << 4 << "-2" << false << 3 << -200;
+    QTest::newRow("gain 0.125 to even 12") << int(kTmC16) << 2 << "0.125" << false << 1 << 12;
+    QTest::newRow("gain 0.375 to even 38") << int(kTmC16) << 3 << "0.375" << false << 2 << 38;
+    QTest::newRow("zero column 5 in tenths") << int(kTmC16) << 5 << "2.5" << true << 0 << 25;
+    QTest::newRow("zero 0.25 to even 2") << int(kTmC16) << 8 << "0.25" << true << 3 << 2;
+    QTest::newRow("zero negative") << int(kTmC16) << 6 << "-3.7" << true << 1 << -37;
+    QTest::newRow("no range check") << int(kTmC16) << 1 << "99999" << false << 0 << 9999900;
+    QTest::newRow("beyond the field saturates") << int(kTmC16) << 1 << "1e20" << false << 0
                                                 << std::numeric_limits<qint32>::max();
-    QTest::newRow("letters read 0") << kTmC16 << 7 << "x1" << true << 2 << 0;
-    QTest::newRow("TM-B8 column 5 is a gain coefficient") << kTmB8 << 5 << "1.25" << false << 4 << 125;
-    QTest::newRow("TM-B8 column 8") << kTmB8 << 8 << "0.5" << false << 7 << 50;
-    QTest::newRow("TM-B8 column 11") << kTmB8 << 11 << "3" << false << 10 << 300;
+    QTest::newRow("letters read 0") << int(kTmC16) << 7 << "x1" << true << 2 << 0;
+    QTest::newRow("TM-B8 column 5 is a gain coefficient") << int(kTmB8) << 5 << "1.25" << false << 4 << 125;
+    QTest::newRow("TM-B8 column 8") << int(kTmB8) << 8 << "0.5" << false << 7 << 50;
+    QTest::newRow("TM-B8 column 11") << int(kTmB8) << 11 << "3" << false << 10 << 300;
 }
 
 void TrimRulesTest::leavingACoefficientCellStoresScaledValues()
@@ -362,13 +362,13 @@ void TrimRulesTest::cellsOutsideTheGridChangeNothing_data()
     QTest::addColumn<int>("modelCode");
     QTest::addColumn<int>("row");
     QTest::addColumn<int>("column");
-    QTest::newRow("heading row") << TrimGrid::Adjust << kTmC16 << 0 << 1;
-    QTest::newRow("row 17") << TrimGrid::Adjust << kTmC16 << 17 << 1;
-    QTest::newRow("row 5 of a four-channel module") << TrimGrid::Adjust << kTmA4 << 5 << 1;
-    QTest::newRow("channel-name column") << TrimGrid::Adjust << kTmC16 << 1 << 0;
-    QTest::newRow("adjust column 9") << TrimGrid::Adjust << kTmC16 << 1 << 9;
-    QTest::newRow("coefficient column 9") << TrimGrid::Calibration << kTmC16 << 1 << 9;
-    QTest::newRow("coefficient row 9 of TM-B8") << TrimGrid::Calibration << kTmB8 << 9 << 1;
+    QTest::newRow("heading row") << TrimGrid::Adjust << int(kTmC16) << 0 << 1;
+    QTest::newRow("row 17") << TrimGrid::Adjust << int(kTmC16) << 17 << 1;
+    QTest::newRow("row 5 of a four-channel module") << TrimGrid::Adjust << int(kTmA4) << 5 << 1;
+    QTest::newRow("channel-name column") << TrimGrid::Adjust << int(kTmC16) << 1 << 0;
+    QTest::newRow("adjust column 9") << TrimGrid::Adjust << int(kTmC16) << 1 << 9;
+    QTest::newRow("coefficient column 9") << TrimGrid::Calibration << int(kTmC16) << 1 << 9;
+    QTest::newRow("coefficient row 9 of TM-B8") << TrimGrid::Calibration << int(kTmB8) << 9 << 1;
 }
 
 void TrimRulesTest::cellsOutsideTheGridChangeNothing()
@@ -388,10 +388,10 @@ void TrimRulesTest::dragOverAColumnOutsideTheGridChangesNothing_data()
     QTest::addColumn<TrimGrid>("grid");
     QTest::addColumn<int>("modelCode");
     QTest::addColumn<int>("column");
-    QTest::newRow("channel-name column") << TrimGrid::Adjust << kTmC16 << 0;
-    QTest::newRow("adjust column 9") << TrimGrid::Adjust << kTmC16 << 9;
-    QTest::newRow("coefficient column 9") << TrimGrid::Calibration << kTmC16 << 9;
-    QTest::newRow("coefficient column 12 of TM-B8") << TrimGrid::Calibration << kTmB8 << 12;
+    QTest::newRow("channel-name column") << TrimGrid::Adjust << int(kTmC16) << 0;
+    QTest::newRow("adjust column 9") << TrimGrid::Adjust << int(kTmC16) << 9;
+    QTest::newRow("coefficient column 9") << TrimGrid::Calibration << int(kTmC16) << 9;
+    QTest::newRow("coefficient column 12 of TM-B8") << TrimGrid::Calibration << int(kTmB8) << 12;
 }
 
 void TrimRulesTest::dragOverAColumnOutsideTheGridChangesNothing()
@@ -496,11 +496,11 @@ void TrimRulesTest::adjustAnswerIsRoundedAndCappedAtTheColumnLimit()
 void TrimRulesTest::coefficientAnswerIsScaledLikeTyping_data()
 {
     addCoefficientColumns();
-    QTest::newRow("gain in hundredths") << kTmC16 << 2 << "1.5" << false << 1 << 150;
-    QTest::newRow("zero in tenths") << kTmC16 << 7 << "1.5" << true << 2 << 15;
-    QTest::newRow("zero 0.25 to even 2") << kTmC16 << 5 << "0.25" << true << 0 << 2;
-    QTest::newRow("no cap") << kTmC16 << 1 << "5000" << false << 0 << 500000;
-    QTest::newRow("TM-B8 column 9") << kTmB8 << 9 << "2" << false << 8 << 200;
+    QTest::newRow("gain in hundredths") << int(kTmC16) << 2 << "1.5" << false << 1 << 150;
+    QTest::newRow("zero in tenths") << int(kTmC16) << 7 << "1.5" << true << 2 << 15;
+    QTest::newRow("zero 0.25 to even 2") << int(kTmC16) << 5 << "0.25" << true << 0 << 2;
+    QTest::newRow("no cap") << int(kTmC16) << 1 << "5000" << false << 0 << 500000;
+    QTest::newRow("TM-B8 column 9") << int(kTmB8) << 9 << "2" << false << 8 << 200;
 }
 
 void TrimRulesTest::coefficientAnswerIsScaledLikeTyping()

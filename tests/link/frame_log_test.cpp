@@ -2,6 +2,7 @@
 // and one in per exchange, each in row saying what became of its bytes.
 #include "link/frame_log.h"
 #include "link_rig.h"
+#include "model/models.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -14,7 +15,6 @@ using namespace velmor::testing;
 
 namespace {
 
-constexpr int kTmC16 = 2;
 
 // The log of the rig's exchange, from now on.
 struct LoggedRig : LinkRig {

@@ -28,11 +28,6 @@ Q_DECLARE_METATYPE(velmor::Language)
 
 namespace {
 
-constexpr int kTmA4 = 0;
-constexpr int kTmC16 = 2;
-constexpr int kTmB8 = 3;
-constexpr int kTmB16 = 4;
-constexpr int kTmC16D = 8;
 
 // Tables in report order.
 enum { kInfoTable, kChannelTable, kAdjustTable, kCoefTable, kFrameTable, kTableCount };
@@ -90,8 +85,8 @@ void SetupReportTest::tablesShowTheGridTexts_data()
     QTest::addColumn<int>("model");
     QTest::addColumn<Language>("language");
     for (const auto& [name, model] : {std::pair{"TM-C16", kTmC16}, {"TM-B8", kTmB8}, {"TM-B16", kTmB16}, {"TM-A4", kTmA4}}) {
-        QTest::addRow("%s zh", name) << model << Language::Chinese;
-        QTest::addRow("%s en", name) << model << Language::English;
+        QTest::addRow("%s zh", name) << int(model) << Language::Chinese;
+        QTest::addRow("%s en", name) << int(model) << Language::English;
     }
 }
 
@@ -229,8 +224,8 @@ void SetupReportTest::sixteenChannelsFitOnThreePagesWithNoTableSplit_data()
     QTest::addColumn<int>("model");
     QTest::addColumn<Language>("language");
     for (const auto& [name, model] : {std::pair{"TM-C16", kTmC16}, {"TM-B16", kTmB16}, {"TM-C16D", kTmC16D}, {"TM-B8", kTmB8}}) {
-        QTest::addRow("%s zh", name) << model << Language::Chinese;
-        QTest::addRow("%s en", name) << model << Language::English;
+        QTest::addRow("%s zh", name) << int(model) << Language::Chinese;
+        QTest::addRow("%s en", name) << int(model) << Language::English;
     }
 }
 

@@ -1,5 +1,6 @@
 #include "record_checks.h"
 
+#include "model/models.h"
 #include "protocol/blocks.h"
 
 namespace velmor::testing {
@@ -61,17 +62,17 @@ QString channelParameterDifference(const ChannelRecord& actual, const ChannelRec
 QString adjustDifference(const ChannelRecord& actual, const ChannelRecord& expected)
 {
     Differences d;
-    d.checkEntries("zeroAdjustTable", actual.zeroAdjustTable, expected.zeroAdjustTable, layout::kAdjustEntries);
-    d.checkEntries("gainAdjustTable", actual.gainAdjustTable, expected.gainAdjustTable, layout::kAdjustEntries);
+    d.checkEntries("zeroAdjustTable", actual.zeroAdjustTable, expected.zeroAdjustTable, kAdjustEntries);
+    d.checkEntries("gainAdjustTable", actual.gainAdjustTable, expected.gainAdjustTable, kAdjustEntries);
     return d.text();
 }
 
 QString coefficientDifference(const ChannelRecord& actual, const ChannelRecord& expected, bool wide)
 {
     Differences d;
-    d.checkEntries("gainCoef", actual.gainCoef, expected.gainCoef, wide ? layout::kWideCoefEntries : layout::kCoefEntries);
+    d.checkEntries("gainCoef", actual.gainCoef, expected.gainCoef, wide ? kWideGainCoefEntries : kCoefEntries);
     if (!wide)
-        d.checkEntries("zeroCoef", actual.zeroCoef, expected.zeroCoef, layout::kCoefEntries);
+        d.checkEntries("zeroCoef", actual.zeroCoef, expected.zeroCoef, kCoefEntries);
     return d.text();
 }
 
@@ -91,7 +92,7 @@ QString informationDifference(const ModuleRecord& actual, const ModuleRecord& ex
 QString wholeReadDifference(const ModuleRecord& actual, const ModuleRecord& module)
 {
     QString difference = informationDifference(actual, module);
-    const bool wide = module.modelCode == layout::kWideModelCode;
+    const bool wide = hasWideCalibration(module.modelCode);
     for (int c = 0; c < module.channelCount && c < kWiredChannels && difference.isEmpty(); ++c) {
         const ChannelRecord& a = actual.channels[static_cast<size_t>(c)];
         const ChannelRecord& m = module.channels[static_cast<size_t>(c)];

@@ -1,6 +1,7 @@
 // The frame-log pane of the main window: View > Frame log shows it, a read
 // fills it while the read runs, it keeps to the newest row unless the
 // operator scrolled up, exports what it shows as CSV, and clears.
+#include "model/models.h"
 #include "protocol/frame_text.h"
 #include "support/csv_reader.h"
 #include "ui/frame_log_model.h"
@@ -26,7 +27,6 @@ using namespace velmor::testing;
 
 namespace {
 
-constexpr int kTmC16 = 2;
 
 QDockWidget* pane(frmMain& window) { return child<QDockWidget>(window, "FrameLogPane"); }
 QTableView* table(frmMain& window) { return child<QTableView>(window, "FrameLogTable"); }

@@ -20,7 +20,6 @@ Q_DECLARE_METATYPE(velmor::Language)
 
 namespace {
 
-constexpr int kTmA8 = 1;
 
 ModuleRecord moduleWith(int filterType)
 {

@@ -2,6 +2,7 @@
 // cells, the shared list, prompts, keys typed into the cells' boxes, the two
 // cut-off choices and the frequency dialog, against a module read from a
 // simulated line; then Send writes what the grids show.
+#include "model/models.h"
 #include "window_rig.h"
 
 #include "edit/grid_cells.h"
@@ -27,8 +28,6 @@ using namespace velmor::testing;
 
 namespace {
 
-constexpr int kTmC16 = 2;
-constexpr int kTmB8 = 3;
 
 // A module of that model read wholly into the window from its own line.
 struct ReadModule {

@@ -1,4 +1,5 @@
 #include "monkey_answers.h"
+#include "model/models.h"
 
 #include "config/config_file.h"
 #include "sim/sim_values.h"
@@ -8,7 +9,6 @@
 namespace velmor::testing {
 namespace {
 
-constexpr int kModelCodes = 9;
 constexpr int kNonsenseBytes = 300;
 
 const QStringList& typedAnswers()
@@ -50,7 +50,7 @@ QString fileIn(WindowRig& rig, QRandomGenerator& random)
 
 void prepareFolder(WindowRig& rig, QRandomGenerator& random)
 {
-    const auto model = static_cast<int>(random.bounded(kModelCodes));
+    const auto model = static_cast<int>(random.bounded(kModelCount));
     if (!saveConfigFile(rig.folder.filePath(QStringLiteral("setup.cfg")), sim::simulatedModule(9, model, random.generate())))
         qFatal("monkey: cannot write a configuration file in %s", qPrintable(rig.folder.path()));
     QFile nonsense(rig.folder.filePath(QStringLiteral("nonsense.cfg")));

@@ -9,6 +9,7 @@
 // VELMOR_MONKEY_SEED and VELMOR_MONKEY_EVENTS change the seed and the number
 // of events; scripts/monkey.sh runs the long version.
 
+#include "model/models.h"
 #include "monkey_faults.h"
 #include "monkey_run.h"
 #include "ui/help_manual.h"
@@ -28,9 +29,6 @@ namespace {
 
 constexpr quint32 kDefaultSeed = 20240611;
 constexpr int kDefaultEvents = 800;
-constexpr int kTmA4 = 0;
-constexpr int kTmC16 = 2;
-constexpr int kTmB8 = 3;
 // Every this many exchanges of a module on the second line meets a fault,
 // as long as the run lasts.
 constexpr int kFaultPeriod = 6;

@@ -3,6 +3,7 @@
 // the window's grids and information panel show.
 
 #include "config/config_file.h"
+#include "model/models.h"
 #include "sim/sim_values.h"
 #include "support/report_reading.h"
 #include "texts/message.h"
@@ -25,8 +26,6 @@ using namespace velmor::testing;
 
 namespace {
 
-constexpr int kTmC16 = 2;
-constexpr int kTmB8 = 3;
 
 using Table = ReportTable;
 
@@ -95,10 +94,10 @@ void ReportMenuTest::reportShowsWhatTheWindowShows_data()
 {
     QTest::addColumn<int>("model");
     QTest::addColumn<int>("languageMode");
-    QTest::newRow("TM-C16 zh") << kTmC16 << kChinese;
-    QTest::newRow("TM-C16 en") << kTmC16 << kEnglish;
-    QTest::newRow("TM-B8 zh") << kTmB8 << kChinese;
-    QTest::newRow("TM-B8 en") << kTmB8 << kEnglish;
+    QTest::newRow("TM-C16 zh") << int(kTmC16) << kChinese;
+    QTest::newRow("TM-C16 en") << int(kTmC16) << kEnglish;
+    QTest::newRow("TM-B8 zh") << int(kTmB8) << kChinese;
+    QTest::newRow("TM-B8 en") << int(kTmB8) << kEnglish;
 }
 
 void ReportMenuTest::reportShowsWhatTheWindowShows()

@@ -14,7 +14,6 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 
 
 namespace velmor::cli {

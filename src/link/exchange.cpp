@@ -35,7 +35,6 @@ bool Exchange::start(const Request& request, int portNumber)
     if (!port_.OpenComPort(portNumber))
         return false;
     port_.WriteComPort(request.frame());
-    emit frameSent(request.frame());
     const PortEntry* entry = findPort(port_.ports(), portNumber);
     line_ = entry ? entry->name : QString::number(portNumber);
     logFrame(FrameDirection::Out, request.frame(), FrameOutcome::Sent);
@@ -64,7 +63,6 @@ void Exchange::tmrNewData_Timer()
     if (!running_)
         return;
     const QByteArray waiting = port_.peekWaiting();
-    emit receivedCount(static_cast<int>(waiting.size()));
     const qsizetype stale = staleReplyBytes(waiting, pending_, timedOut_);
     if (!replyComplete(QByteArrayView(waiting).sliced(stale), pending_.replyLength()))
         return;
@@ -74,7 +72,6 @@ void Exchange::tmrNewData_Timer()
     const QByteArray received = port_.ReadComPort(0);
     const QByteArray frame = frameWithin(QByteArrayView(received).sliced(stale)).toByteArray();
     port_.CloseComPort();
-    emit frameReceived(frame);
     if (stale > 0)
         logFrame(FrameDirection::In, received.first(stale), FrameOutcome::SkippedLate);
 
@@ -99,7 +96,6 @@ void Exchange::tmrOver_Timer()
     tmrOver.stop();
     running_ = false;
     const QByteArray partial = port_.peekWaiting();  // for the log only
-    port_.BytesWaiting();
     port_.CloseComPort();
     const qsizetype stale = staleReplyBytes(partial, pending_, timedOut_);
     if (stale > 0)

@@ -45,15 +45,11 @@ public:
     bool replyOk() const { return replyOk_; }
     Failure failure() const { return failure_; }
     bool replyFailed() const { return replyFailed_; }
-    ReplyKind pendingKind() const { return pending_.kind; }
 
     void setOverInterval(int ms) { tmrOver.setInterval(ms); }
     int overInterval() const { return tmrOver.interval(); }
 
 signals:
-    void frameSent(const QByteArray& frame);
-    void frameReceived(const QByteArray& frame);
-    void receivedCount(int bytes);
     // A row of the frame log, as FrameLog describes them.
     void frameLogged(const velmor::FrameRow& row);
     // A reply was accepted and stored; the front end refreshes what shows it.

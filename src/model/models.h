@@ -2,7 +2,6 @@
 
 #include "module_table.h"
 
-#include <QString>
 
 namespace velmor {
 

@@ -1,6 +1,5 @@
 #include "port_watcher.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 namespace velmor {

@@ -59,7 +59,7 @@ inline constexpr Text kReceivedCaption{"接收字符串", "Received"};
 inline constexpr const char* kGroupSentCaptions[] = {"1-4通道发送字符串", "5-8通道发送字符串", "9-12通道发送字符串", "13-16通道发送字符串"};
 inline constexpr const char* kGroupReturnedCaptions[] = {"1-4通道返回字符串", "5-8通道返回字符串", "9-12通道返回字符串", "13-16通道返回字符串"};
 
-// cmdShow: Chinese in both languages, as the original has it.
+// cmdShow: Chinese in both languages, deliberately.
 inline constexpr const char* kShowCoefficients = "显示校正系数";
 inline constexpr const char* kHideCoefficients = "隐藏校正系数";
 

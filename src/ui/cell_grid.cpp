@@ -2,7 +2,6 @@
 
 #include <QBrush>
 #include <QHeaderView>
-#include <QItemSelectionModel>
 #include <QMouseEvent>
 #include <QPainter>
 

@@ -6,7 +6,6 @@
 #include "model/cutoff_groups.h"
 
 #include <QAbstractTableModel>
-#include <QColor>
 #include <QHash>
 #include <QIcon>
 #include <QTableView>

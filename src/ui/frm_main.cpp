@@ -24,9 +24,6 @@
 
 #include <QCloseEvent>
 #include <QDateTime>
-#include <QMenuBar>
-#include <QProgressBar>
-#include <QPushButton>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTabBar>
@@ -216,9 +213,8 @@ void frmMain::requestEnded(Panel panel, bool portOpened)
     }
     lockedPanels_.clear();
     tabStrip1_->setEnabled(true);
-    // After a port that would not open the frames come back as the original
-    // left them: Frame1 and Frame2 enabled, Frame3 disabled, whichever frame
-    // sent. Deliberate, kept.
+    // Deliberate: after a port that would not open the frames come back as
+    // Frame1 and Frame2 enabled, Frame3 disabled, whichever frame sent.
     frame1_->setEnabled(true);
     frame2_->setEnabled(true);
     frame3_->setEnabled(false);
@@ -245,11 +241,10 @@ void frmMain::Form_Load()
     const int languageMode = state_.languageMode;
     state_.reset();
     state_.languageMode = languageMode;
+    // The first port listed is the current module's (applyPorts).
     applyPorts(listPorts());
     if (ports_.isEmpty())
         dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::message::kNoComPort, language_));
-    else
-        state_.current().portNumber = static_cast<qint16>(bar_->selectedPortNumber());
     view_.showAll();
     frame3_->fields()->clearBoxes();
 }

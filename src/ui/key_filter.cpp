@@ -40,6 +40,5 @@ char16_t decimalKeyFor(char16_t key, const QLineEdit& box)
     return FilterDecimalKey(key, box.text(), start, static_cast<int>(box.selectedText().size()));
 }
 
-void filterDecimalKeys(QLineEdit* box) { KeyFilter::install(box, decimalKeyFor); }
 
 }  // namespace velmor

@@ -31,8 +31,6 @@ private:
 
 // Digits and Backspace only.
 void filterDigitKeys(QLineEdit* box);
-// Digits, one point and Backspace; no digit in front of a minus sign.
-void filterDecimalKeys(QLineEdit* box);
 // The decimal rule for one key on the box as it stands.
 char16_t decimalKeyFor(char16_t key, const QLineEdit& box);
 

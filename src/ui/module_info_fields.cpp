@@ -1,5 +1,7 @@
 #include "module_info_fields.h"
 
+#include "model/limits.h"
+
 #include "key_filter.h"
 #include "model/number_text.h"
 #include "object_names.h"
@@ -14,9 +16,6 @@
 
 namespace velmor {
 namespace {
-
-constexpr int kModuleNumberHighest = 65535;
-constexpr int kVersionHighest = 255;
 
 // The list of each capability, in the order of kListedCapabilities.
 constexpr const char* kListNames[] = {"cmbModuleType", "cmbExcitationType", "cmbBalanceType", "cmbACType",

@@ -116,7 +116,7 @@ void ChannelSetupPanel::addEditorStrip(QWidget* strip)
 void ChannelSetupPanel::cmdShow_Click()
 {
     // The two grids take turns in one place; the caption is Chinese in both
-    // languages, as the original has it.
+    // languages: deliberate.
     MSHGridCalibration_->setVisible(MSHGridCalibration_->isHidden());
     MSHGridOperate_->setVisible(MSHGridCalibration_->isHidden());
     cmdShow_->setText(QString::fromUtf8(MSHGridCalibration_->isHidden() ? texts::window::kShowCoefficients : texts::window::kHideCoefficients));

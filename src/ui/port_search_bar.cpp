@@ -1,5 +1,7 @@
 #include "port_search_bar.h"
 
+#include "protocol/frame.h"
+
 #include "texts/grid.h"
 #include "texts/network.h"
 #include "texts/window.h"
@@ -13,8 +15,6 @@
 namespace velmor {
 namespace {
 
-// Every address a module can be set to; 255 reaches them all.
-constexpr int kHighestAddress = 255;
 // The item data of "Add network port...", which no port has.
 constexpr int kAddNetworkPort = -1;
 
@@ -39,7 +39,8 @@ PortSearchBar::PortSearchBar(Language language, QWidget* parent)
     setObjectName(QStringLiteral("Frame6"));
     cmbComPort_->setObjectName(QStringLiteral("cmbComPort"));
     cmbModuleIndex_->setObjectName(QStringLiteral("cmbModuleIndex"));
-    for (int address = 0; address <= kHighestAddress; ++address)
+    // Every address a module can be set to; 255 reaches them all.
+    for (int address = 0; address <= kBroadcastAddress; ++address)
         cmbModuleIndex_->addItem(QString::number(address), address);
     cmdSearch_->setObjectName(QStringLiteral("cmdSearch"));
     progress_->setObjectName(QStringLiteral("ProgressBarModule"));

@@ -30,8 +30,6 @@ public:
     // Selects the port of that number when it is listed; else nothing changes.
     void showPort(int number);
 
-    QComboBox* moduleIndex() const { return cmbModuleIndex_; }
-    QPushButton* searchButton() const { return cmdSearch_; }
     QProgressBar* progressBar() const { return progress_; }
 
 signals:

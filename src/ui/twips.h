@@ -6,8 +6,8 @@
 
 namespace velmor {
 
-// The window's original sizes are in twips, 1440 to the inch; they become
-// pixels at the screen's logical resolution.
+// The window's sizes are given in twips, 1440 to the inch; they become pixels
+// at the screen's logical resolution.
 inline int twipsToPixels(int twips, const QWidget* widget)
 {
     return static_cast<int>(std::lround(twips * widget->logicalDpiX() / 1440.0));
@@ -19,7 +19,6 @@ namespace twips {
 inline constexpr int kMinimumWidth = 8000;
 inline constexpr int kFrameLeft = 240;           // Frame1's left edge
 inline constexpr int kFrameMargin = 455;         // Frame1: inner width less this
-inline constexpr int kGridMargin = 235;          // MSHGridOperate: Frame1's width less this
 inline constexpr int kModuleTabsMargin = 210;    // TabStripCom: inner width less this
 }  // namespace twips
 

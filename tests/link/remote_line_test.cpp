@@ -4,6 +4,8 @@
 
 #include "config/config_file.h"
 #include "link_rig.h"
+#include "protocol/replies.h"
+#include "link/frame_log.h"
 #include "support/ser2net_process.h"
 
 #include <QElapsedTimer>
@@ -120,8 +122,14 @@ void RemoteLineTest::runSession(Route route, Outcome& outcome)
     QVERIFY2(line.isReady(), qPrintable(line.error()));
     LinkRig rig;
     line.select(rig);
-    connect(&rig.operations.exchange(), &Exchange::frameSent, this, [&](const QByteArray& f) { outcome.sent << f; });
-    connect(&rig.operations.exchange(), &Exchange::frameReceived, this, [&](const QByteArray& f) { outcome.received << f; });
+    FrameLog log;
+    log.follow(rig.operations.exchange());
+    connect(&log, &FrameLog::appended, this, [&](const FrameRow& row) {
+        if (row.direction == FrameDirection::Out)
+            outcome.sent << row.frame;
+        else if (row.outcome == FrameOutcome::Accepted || row.outcome == FrameOutcome::Refused)
+            outcome.received << frameWithin(row.frame).toByteArray();
+    });
 
     ModuleSearch search(rig.operations, rig.dialogs);
     outcome.found = search.cmdSearch_Click({line.entry()}, kPortNumber);

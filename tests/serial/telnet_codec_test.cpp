@@ -1,6 +1,5 @@
 #include "serial/telnet_codec.h"
 
-#include <QRandomGenerator>
 #include <QTest>
 
 using namespace velmor;

@@ -7,7 +7,6 @@
 #include "ui/help_manual.h"
 #include "window_rig.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QFile>

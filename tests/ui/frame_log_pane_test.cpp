@@ -14,7 +14,6 @@
 #include <QFile>
 #include <QHeaderView>
 #include <QMenu>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTableView>

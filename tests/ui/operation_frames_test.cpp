@@ -16,7 +16,6 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QStackedWidget>
 #include <QTabBar>
 #include <QTest>
 #include <QTimer>

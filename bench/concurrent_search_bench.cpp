@@ -61,7 +61,7 @@ Searched timeSearch(const QList<PortEntry>& ports, Run run)
 
 Searched oneByOne(const QList<PortEntry>& ports)
 {
-    return timeSearch<ModuleSearch>(ports, [](ModuleSearch& s, auto& p) { return s.cmdSearch_Click(p, p.first().number); });
+    return timeSearch<ModuleSearch>(ports, [](ModuleSearch& s, auto& p) { return s.searchLinesAndReport(p, p.first().number); });
 }
 
 Searched allAtOnce(const QList<PortEntry>& ports)

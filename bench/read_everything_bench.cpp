@@ -34,7 +34,7 @@ bool readOver(const char* route, const QString& device)
     state.current().portNumber = 1;
     state.current().busAddress = 1;
     std::printf("\n%s: %s\n", route, qPrintable(device));
-    return printWholeReadRuns(kRuns, kTarget, [&] { return operations.cmdFrame3Receive(); });
+    return printWholeReadRuns(kRuns, kTarget, [&] { return operations.readEverything(); });
 }
 
 }  // namespace

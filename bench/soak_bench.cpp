@@ -150,7 +150,7 @@ int main(int argc, char* argv[])
 
     auto soaked = std::make_unique<Rig>(line);
     Rig& rig = *soaked;
-    if (!rig.operations.cmdFrame3Receive()) {
+    if (!rig.operations.readEverything()) {
         std::fprintf(stderr, "the first whole read failed\n");
         return 1;
     }
@@ -188,7 +188,7 @@ int main(int argc, char* argv[])
     if (via != QLatin1String("local"))
         QThread::msleep(1000);
     Rig fresh(line);
-    const bool freshRead = fresh.operations.cmdFrame3Receive();
+    const bool freshRead = fresh.operations.readEverything();
     const bool sameRecord = freshRead && fresh.state.current() == soakedRecord;
     server.stop();
     sim.stop();

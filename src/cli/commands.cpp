@@ -77,7 +77,7 @@ int runRead(Session& session, const QCommandLineParser& parser)
     PortEntry port;
     if (const int code = takePort(session, parser, port))
         return code;
-    if (!session.operations().cmdFrame3Receive())
+    if (!session.operations().readEverything())
         return session.outcome(false);
     QString reason;
     if (parser.isSet(optionName(Opt::Save)) && !saveConfigFile(save, session.record(), &reason))

@@ -96,7 +96,7 @@ int runWrite(Session& session, const QCommandLineParser& parser)
     const ModuleRecord fromFile = session.record();
     if (const int code = checkModuleModel(session, parser, fromFile, &Operations::readModuleInfo))
         return code;
-    return finish(session, session.operations().cmdFrame1Send(), port);
+    return finish(session, session.operations().writeEverything(), port);
 }
 
 int runWriteInfo(Session& session, const QCommandLineParser& parser)
@@ -127,7 +127,7 @@ int runWriteInfo(Session& session, const QCommandLineParser& parser)
     fromFile.portNumber = session.record().portNumber;
     session.record() = fromFile;
     session.dialogs().setAnswer(true);
-    return finish(session, session.operations().cmdFrame3Send(), port);
+    return finish(session, session.operations().confirmAndWriteModuleInfo(), port);
 }
 
 }  // namespace velmor::cli

@@ -63,7 +63,7 @@ ConcurrentSearch::ConcurrentSearch(Operations& operations, OperatorDialogs& dial
 int ConcurrentSearch::searchAllAtOnce(const QList<PortEntry>& ports, int selectedPort)
 {
     if (ports.isEmpty())  // "No COM port in the computer.", as the one-by-one search says it
-        return ModuleSearch(operations_, dialogs_).cmdSearch_Click(ports, selectedPort);
+        return ModuleSearch(operations_, dialogs_).searchLinesAndReport(ports, selectedPort);
     SetupState& state = operations_.state();
     state.current().portNumber = static_cast<qint16>(selectedPort);
     emit operationsEnabled(false);
@@ -125,7 +125,7 @@ void ConcurrentSearch::runLines(QList<Line>& lines)
                     operations.abandonAfterExchange();
             });
             watch.start(kAbandonCheckMs);
-            search.searchAndRead({line.port}, line.port.number);
+            search.searchLines({line.port}, line.port.number);
             line.unread = search.unreadModules();
         }));
         connect(threads.back().get(), &QThread::finished, &loop, [&] {

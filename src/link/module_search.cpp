@@ -9,15 +9,15 @@ ModuleSearch::ModuleSearch(Operations& operations, OperatorDialogs& dialogs, QOb
 {
 }
 
-int ModuleSearch::cmdSearch_Click(const QList<PortEntry>& ports, int selectedPort)
+int ModuleSearch::searchLinesAndReport(const QList<PortEntry>& ports, int selectedPort)
 {
-    const int found = searchAndRead(ports, selectedPort);
+    const int found = searchLines(ports, selectedPort);
     if (!ports.isEmpty() && !operations_.abandoned())
         report(operations_.state(), dialogs_);
     return found;
 }
 
-int ModuleSearch::searchAndRead(const QList<PortEntry>& ports, int selectedPort)
+int ModuleSearch::searchLines(const QList<PortEntry>& ports, int selectedPort)
 {
     SetupState& state = operations_.state();
     Exchange& exchange = operations_.exchange();
@@ -46,7 +46,7 @@ int ModuleSearch::searchAndRead(const QList<PortEntry>& ports, int selectedPort)
     for (int i = 0; i < state.moduleCount && !operations_.abandoned(); ++i) {
         state.channelMask[static_cast<size_t>(i)] = -1;
         state.currentModule = i;
-        if (!operations_.cmdFrame3Receive())
+        if (!operations_.readEverything())
             unread_.append(i);
     }
     emit progress(0);

@@ -18,9 +18,9 @@ public:
 
     // Searches `ports` in order; `selectedPort` is the number the chooser shows.
     // Returns how many modules were found and recorded.
-    int cmdSearch_Click(const QList<PortEntry>& ports, int selectedPort);
+    int searchLinesAndReport(const QList<PortEntry>& ports, int selectedPort);
     // The same without the closing report.
-    int searchAndRead(const QList<PortEntry>& ports, int selectedPort);
+    int searchLines(const QList<PortEntry>& ports, int selectedPort);
     // "Found n modules." or "No module found.", in the state's language.
     static void report(const SetupState& state, OperatorDialogs& dialogs);
     // Table indices of the modules found whose whole read failed.

@@ -139,7 +139,7 @@ LineActivity activityOf(const Request& request)
 
 }  // namespace
 
-bool Operations::notSent(const Request& request, Panel panel, Failure why)
+bool Operations::notSent(const Request& request, Failure why)
 {
     const Language language = languageOf(state_.languageMode);
     const Text& title = request.command == kCmdBalance ? texts::message::kBalanceOpenFailTitle : texts::message::kOpenFailTitle;
@@ -148,42 +148,42 @@ bool Operations::notSent(const Request& request, Panel panel, Failure why)
         emit lineBusy(*currentPort(), busyHolder_);
     exchange_.abandon(why);
     emit commandsEnabled(true);
-    emit requestEnded(panel, false);
+    emit requestEnded(request, false);
     return false;
 }
 
-bool Operations::single(const Request& request, Panel panel, int group)
+bool Operations::single(const Request& request)
 {
     // A second start while a reply is awaited is refused without a word: the
     // front end locks its commands, so only a stray queued click gets here.
     if (abandoned_ || exchange_.running())
         return false;
     emit commandsEnabled(false);
-    emit requestStarted(request, panel, group);
+    emit requestStarted(request);
     const LineHold line = holdLine(activityOf(request));
     if (!line.held())
-        return notSent(request, panel, Failure::LineBusy);
+        return notSent(request, Failure::LineBusy);
     if (!exchange_.start(request, state_.current().portNumber))
-        return notSent(request, panel, Failure::PortNotOpened);
+        return notSent(request, Failure::PortNotOpened);
     exchange_.wait();
     emit commandsEnabled(true);
-    emit requestEnded(panel, true);
+    emit requestEnded(request, true);
     return !exchange_.replyFailed();
 }
 
 bool Operations::readModuleInfo()
 {
-    return single(readInfoRequest(state_.current().busAddress), Panel::ModuleInfo, 0);
+    return single(readInfoRequest(state_.current().busAddress));
 }
 
 bool Operations::writeModuleInfo()
 {
-    return single(writeInfoRequest(state_.current()), Panel::ModuleInfo, 0);
+    return single(writeInfoRequest(state_.current()));
 }
 
 bool Operations::beckon()
 {
-    const bool ok = single(beckonRequest(), Panel::ModuleInfo, 0);
+    const bool ok = single(beckonRequest());
     if (ok)
         emit moduleRefreshed();
     return ok;
@@ -191,32 +191,32 @@ bool Operations::beckon()
 
 bool Operations::readChannelGroup(int g)
 {
-    return single(readChannelGroupRequest(state_.current(), g), Panel::ChannelSetup, g);
+    return single(readChannelGroupRequest(state_.current(), g));
 }
 
 bool Operations::writeChannelGroup(int g)
 {
-    return single(writeChannelGroupRequest(state_.current(), g), Panel::ChannelSetup, g);
+    return single(writeChannelGroupRequest(state_.current(), g));
 }
 
 bool Operations::readAdjustBlock(int g)
 {
-    return single(readAdjustBlockRequest(state_.current(), g), Panel::Adjust, g);
+    return single(readAdjustBlockRequest(state_.current(), g));
 }
 
 bool Operations::writeAdjustBlock(int g)
 {
-    return single(writeAdjustBlockRequest(state_.current(), g), Panel::Adjust, g);
+    return single(writeAdjustBlockRequest(state_.current(), g));
 }
 
 bool Operations::readCalibrationPair(int k)
 {
-    return single(readCalibrationRequest(state_.current(), k), Panel::Adjust, k);
+    return single(readCalibrationRequest(state_.current(), k));
 }
 
 bool Operations::writeCalibrationPair(int k)
 {
-    return single(writeCalibrationRequest(state_.current(), k), Panel::Adjust, k);
+    return single(writeCalibrationRequest(state_.current(), k));
 }
 
 bool Operations::step(Family family, int index)
@@ -289,7 +289,7 @@ bool Operations::sequence(LineActivity activity, Body body)
     return ok;
 }
 
-bool Operations::cmdFrame1Receive()
+bool Operations::readChannelGroups()
 {
     return sequence(LineActivity::Reading, [this] {
         const bool ok = chain(Family::ReadChannels);
@@ -298,7 +298,7 @@ bool Operations::cmdFrame1Receive()
     });
 }
 
-bool Operations::cmdFrame1Send()
+bool Operations::writeEverything()
 {
     return sequence(LineActivity::Writing, [this] {
         const bool ok = writeChain({Family::WriteChannels, Family::WriteAdjust, Family::WriteCalibration});
@@ -307,17 +307,17 @@ bool Operations::cmdFrame1Send()
     });
 }
 
-bool Operations::cmdFrame2Receive()
+bool Operations::readAdjustBlocks()
 {
     return sequence(LineActivity::Reading, [this] { return chain(Family::ReadAdjust); });
 }
 
-bool Operations::cmdFrame2Send()
+bool Operations::writeAdjustBlocks()
 {
     return sequence(LineActivity::Writing, [this] { return writeChain({Family::WriteAdjust}); });
 }
 
-bool Operations::cmdFrame3Receive()
+bool Operations::readEverything()
 {
     return sequence(LineActivity::Reading, [this] {
         if (!readModuleInfo())
@@ -328,7 +328,7 @@ bool Operations::cmdFrame3Receive()
     });
 }
 
-bool Operations::cmdFrame3Send()
+bool Operations::confirmAndWriteModuleInfo()
 {
     const Language language = languageOf(state_.languageMode);
     // The write goes to every module on the line, so there must be only one.
@@ -337,13 +337,13 @@ bool Operations::cmdFrame3Send()
     return writeModuleInfo();
 }
 
-bool Operations::cmdBalance()
+bool Operations::balanceAndReadBack()
 {
     // The line is held from the balance to the end of the read after it.
     const LineHold line = holdLine(LineActivity::Balancing);
     const bool balanced = sequence(LineActivity::Balancing, [this] {
         const Request request = balanceRequest(state_.current(), state_.currentMask());
-        if (!single(request, Panel::ChannelSetup, 0))
+        if (!single(request))
             return stop();
         // Give the modules time to finish balancing before reading the results.
         QEventLoop settle;
@@ -355,7 +355,7 @@ bool Operations::cmdBalance()
         emit commandsEnabled(true);
         return true;
     });
-    return balanced && cmdFrame3Receive();
+    return balanced && readEverything();
 }
 
 }  // namespace velmor

@@ -13,9 +13,6 @@ class QEventLoop;
 
 namespace velmor {
 
-// The panel a request belongs to, which the window locks while it runs.
-enum class Panel { ChannelSetup, Adjust, ModuleInfo };
-
 // How far a write chain got: of each family, how many requests it had to
 // send and how many the module acknowledged, in order.
 struct WriteProgress {
@@ -61,13 +58,13 @@ public:
     bool writeCalibrationPair(int k);
 
     // The buttons' sequences; each stops at the first failed step.
-    bool cmdFrame1Receive();  // channel-parameter reads
-    bool cmdFrame1Send();     // send everything: parameters, adjust blocks, calibration
-    bool cmdFrame2Receive();  // adjust-block reads
-    bool cmdFrame2Send();     // adjust-block writes
-    bool cmdFrame3Receive();  // read everything
-    bool cmdFrame3Send();     // module-information write after "Only one module."
-    bool cmdBalance();        // balance, settle, read everything
+    bool readChannelGroups();          // the channel parameters
+    bool writeEverything();            // parameters, adjust blocks, calibration
+    bool readAdjustBlocks();
+    bool writeAdjustBlocks();
+    bool readEverything();             // information, parameters, adjust, calibration
+    bool confirmAndWriteModuleInfo();  // the information write after "Only one module."
+    bool balanceAndReadBack();         // balance, settle, read everything
 
     // How many groups and calibration pairs a module of this many channels has.
     static int groupCount(int channelCount);
@@ -102,12 +99,11 @@ public:
 
 signals:
     void commandsEnabled(bool enabled);  // EnableCommands
-    // A request is about to go out: the window selects the group's tab, locks
-    // the panel and shows the frame (calibration frames are not shown).
-    void requestStarted(const velmor::Request& request, velmor::Panel panel, int group);
-    // The exchange is over, or never began because the port would not open;
-    // the window unlocks the panel.
-    void requestEnded(velmor::Panel panel, bool portOpened);
+    // A request is about to go out; its block says what it is about (the
+    // window selects the block's tab, locks its panel and shows the frame).
+    void requestStarted(const velmor::Request& request);
+    // The exchange is over, or never began because the port would not open.
+    void requestEnded(const velmor::Request& request, bool portOpened);
     // The module's record changed as a whole (model, channel count, grids).
     void moduleRefreshed();
     // A write chain stopped after some of its requests went out: the module
@@ -119,7 +115,7 @@ signals:
 
 private:
     enum class Family { ReadChannels, WriteChannels, ReadAdjust, WriteAdjust, ReadCalibration, WriteCalibration };
-    bool single(const Request& request, Panel panel, int group);
+    bool single(const Request& request);
     bool step(Family family, int index);
     bool chain(Family family);
     // A write chain of these families, its progress told when it stops partway.
@@ -131,7 +127,7 @@ private:
     bool sequence(LineActivity activity, Body body);
     // The message of a request that never went out (the port would not
     // open, or the line stayed busy), the exchange marked so, the panel back.
-    bool notSent(const Request& request, Panel panel, Failure why);
+    bool notSent(const Request& request, Failure why);
 
     SetupState& state_;
     ComPort& port_;

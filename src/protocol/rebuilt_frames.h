@@ -1,5 +1,6 @@
 #pragma once
 
+#include "block.h"
 #include "model/module_table.h"
 
 #include <QByteArray>
@@ -10,10 +11,9 @@ namespace velmor {
 // rebuilt frame belongs under "returned", anything lower under "sent".
 inline constexpr int kFirstReplyCode = 64;
 
-// The write frame of group selector `group` (0 information, 1..4 channel
-// parameters, 5..8 adjust blocks, 9..16 calibration pairs) built again from
-// what the record now holds, with `code` in the command byte, for display.
-// The beckon's code 16 puts 255 there instead: deliberate, kept.
-QByteArray rebuiltFrame(const ModuleRecord& record, int group, quint8 code);
+// The write frame of `block` built again from what the record now holds,
+// with `code` in the command byte, for display. The beckon's code 16 puts 255
+// there instead: deliberate, kept.
+QByteArray rebuiltFrame(const ModuleRecord& record, Block block, quint8 code);
 
 }  // namespace velmor

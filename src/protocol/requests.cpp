@@ -7,25 +7,27 @@ namespace {
 
 quint8 addressOf(const ModuleRecord& record) { return static_cast<quint8>(record.busAddress & 0xFF); }
 
-Request shortRequest(quint8 address, quint8 command, int group, ReplyKind kind)
+Request shortRequest(quint8 address, quint8 command, Block block, ReplyKind kind)
 {
     Request r;
-    sealFrame(r.bytes, 3, address, command, static_cast<quint8>(group));
+    sealFrame(r.bytes, 3, address, command, static_cast<quint8>(block.selector()));
     r.length = kShortRequestLength;
     r.command = command;
     r.kind = kind;
+    r.block = block;
     return r;
 }
 
 template <typename Fill>
-Request writeRequest(quint8 address, int group, ReplyKind kind, Fill fill)
+Request writeRequest(quint8 address, Block block, ReplyKind kind, Fill fill)
 {
     Request r;
     fill(r.bytes);
-    sealFrame(r.bytes, kFullN, address, kCmdWrite, static_cast<quint8>(group));
+    sealFrame(r.bytes, kFullN, address, kCmdWrite, static_cast<quint8>(block.selector()));
     r.length = kFullFrameLength;
     r.command = kCmdWrite;
     r.kind = kind;
+    r.block = block;
     return r;
 }
 
@@ -34,51 +36,51 @@ Request writeRequest(quint8 address, int group, ReplyKind kind, Fill fill)
 Request beckonRequest()
 {
     // Always AA AA 03 FF 10 00 0F, whatever module is selected.
-    return shortRequest(kBroadcastAddress, kCmdBeckon, kGroupInfo, ReplyKind::Parameter);
+    return shortRequest(kBroadcastAddress, kCmdBeckon, {Block::Kind::Information}, ReplyKind::Parameter);
 }
 
 Request readInfoRequest(int address)
 {
-    return shortRequest(static_cast<quint8>(address & 0xFF), kCmdRead, kGroupInfo, ReplyKind::Parameter);
+    return shortRequest(static_cast<quint8>(address & 0xFF), kCmdRead, {Block::Kind::Information}, ReplyKind::Parameter);
 }
 
 Request readChannelGroupRequest(const ModuleRecord& record, int g)
 {
-    return shortRequest(addressOf(record), kCmdRead, kGroupChannelsFirst + g, ReplyKind::Info);
+    return shortRequest(addressOf(record), kCmdRead, {Block::Kind::ChannelGroup, g}, ReplyKind::Info);
 }
 
 Request readAdjustBlockRequest(const ModuleRecord& record, int g)
 {
-    return shortRequest(addressOf(record), kCmdRead, kGroupAdjustFirst + g, ReplyKind::Calibration);
+    return shortRequest(addressOf(record), kCmdRead, {Block::Kind::AdjustBlock, g}, ReplyKind::Calibration);
 }
 
 Request readCalibrationRequest(const ModuleRecord& record, int k)
 {
-    return shortRequest(addressOf(record), kCmdRead, kGroupCalibrationFirst + k, ReplyKind::Calibration);
+    return shortRequest(addressOf(record), kCmdRead, {Block::Kind::CalibrationPair, k}, ReplyKind::Calibration);
 }
 
 Request writeInfoRequest(const ModuleRecord& record)
 {
     // Every module on the line takes it; the address it is to take travels in byte 6.
-    return writeRequest(kBroadcastAddress, kGroupInfo, ReplyKind::Parameter,
+    return writeRequest(kBroadcastAddress, {Block::Kind::Information}, ReplyKind::Parameter,
                         [&](Frame& f) { putInfoBlock(record, f); });
 }
 
 Request writeChannelGroupRequest(const ModuleRecord& record, int g)
 {
-    return writeRequest(addressOf(record), kGroupChannelsFirst + g, ReplyKind::Info,
+    return writeRequest(addressOf(record), {Block::Kind::ChannelGroup, g}, ReplyKind::Info,
                         [&](Frame& f) { putChannelGroup(record, g, f); });
 }
 
 Request writeAdjustBlockRequest(const ModuleRecord& record, int g)
 {
-    return writeRequest(addressOf(record), kGroupAdjustFirst + g, ReplyKind::Calibration,
+    return writeRequest(addressOf(record), {Block::Kind::AdjustBlock, g}, ReplyKind::Calibration,
                         [&](Frame& f) { putAdjustBlock(record, g, f); });
 }
 
 Request writeCalibrationRequest(const ModuleRecord& record, int k)
 {
-    return writeRequest(addressOf(record), kGroupCalibrationFirst + k, ReplyKind::Calibration,
+    return writeRequest(addressOf(record), {Block::Kind::CalibrationPair, k}, ReplyKind::Calibration,
                         [&](Frame& f) { putCalibrationPair(record, k, f); });
 }
 
@@ -102,6 +104,7 @@ Request balanceRequest(const ModuleRecord& record, qint32 channelMask)
     r.length = kAckLength;
     r.command = kCmdBalance;
     r.kind = ReplyKind::Short;
+    r.block = {Block::Kind::Balance};
     return r;
 }
 

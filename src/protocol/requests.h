@@ -1,5 +1,6 @@
 #pragma once
 
+#include "block.h"
 #include "frame.h"
 #include "model/module_table.h"
 
@@ -14,12 +15,13 @@ enum class ReplyKind : int {
 };
 
 // One request as it goes on the wire: the send buffer, how many of its bytes
-// are written, and what the reply must look like.
+// are written, what the reply must look like, and the block it is about.
 struct Request {
     Frame bytes{};
     int length = 0;
     quint8 command = 0;
     ReplyKind kind = ReplyKind::Parameter;
+    Block block;
 
     QByteArray frame() const { return toBytes(bytes, length); }
     // A balance is acknowledged in 10 bytes; everything else in 55.

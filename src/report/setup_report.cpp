@@ -159,13 +159,13 @@ QString groupCaption(const Text& text, int group, Language language)
 
 QList<ReportFrame> reportFrames(const ModuleRecord& record, Language language)
 {
-    QList<ReportFrame> frames{{pick(texts::report::kInfoFrame, language), rebuiltFrame(record, kGroupInfo, kCmdWrite)}};
+    QList<ReportFrame> frames{{pick(texts::report::kInfoFrame, language), rebuiltFrame(record, {Block::Kind::Information}, kCmdWrite)}};
     for (int g = 0; g < channelGroups(record); ++g)
         frames.append({groupCaption(texts::report::kChannelFrame, g, language),
-                       rebuiltFrame(record, kGroupChannelsFirst + g, kCmdWrite)});
+                       rebuiltFrame(record, {Block::Kind::ChannelGroup, g}, kCmdWrite)});
     for (int g = 0; g < channelGroups(record); ++g)
         frames.append({groupCaption(texts::report::kAdjustFrame, g, language),
-                       rebuiltFrame(record, kGroupAdjustFirst + g, kCmdWrite)});
+                       rebuiltFrame(record, {Block::Kind::AdjustBlock, g}, kCmdWrite)});
     return frames;
 }
 

@@ -2,6 +2,7 @@
 
 #include "sim_values.h"
 
+#include "protocol/block.h"
 #include "protocol/blocks.h"
 
 #include <algorithm>
@@ -14,24 +15,6 @@ constexpr int kMaskLow = kDataOffset + 1;   // balance request: 09, mask low, ma
 constexpr int kMaskHigh = kDataOffset + 2;
 
 quint8 byteAt(QByteArrayView frame, int i) { return static_cast<quint8>(frame[i]); }
-
-// What a group selector names: the block kind and its index within the kind.
-enum class Block { Info, Channels, Adjust, Calibration };
-struct Target {
-    Block block;
-    int index;
-};
-
-Target targetOf(int group)
-{
-    if (group == kGroupInfo)
-        return {Block::Info, 0};
-    if (group < kGroupAdjustFirst)
-        return {Block::Channels, group - kGroupChannelsFirst};
-    if (group < kGroupCalibrationFirst)
-        return {Block::Adjust, group - kGroupAdjustFirst};
-    return {Block::Calibration, group - kGroupCalibrationFirst};
-}
 
 // A request's bytes as the block readers take them. The checksum is left out,
 // so that it can never land in the module's memory.
@@ -46,9 +29,9 @@ Payload payloadOf(QByteArrayView request)
 
 void store(const Payload& p, int group, ModuleRecord& memory)
 {
-    const Target t = targetOf(group);
-    switch (t.block) {
-    case Block::Info: {
+    const Block block = Block::ofSelector(group);
+    switch (block.kind) {
+    case Block::Kind::Information: {
         // The write carries 34 tail bytes; the module keeps the rest of its own.
         const auto tail = memory.infoTail;
         memory.busAddress = p[layout::kInfoAddress];
@@ -57,9 +40,10 @@ void store(const Payload& p, int group, ModuleRecord& memory)
                   memory.infoTail.begin() + layout::kInfoTailSent);
         break;
     }
-    case Block::Channels: takeChannelGroup(p, t.index, memory); break;
-    case Block::Adjust: takeAdjustBlock(p, t.index, memory); break;
-    case Block::Calibration: takeCalibrationPair(p, t.index, memory); break;
+    case Block::Kind::ChannelGroup: takeChannelGroup(p, block.index, memory); break;
+    case Block::Kind::AdjustBlock: takeAdjustBlock(p, block.index, memory); break;
+    case Block::Kind::CalibrationPair: takeCalibrationPair(p, block.index, memory); break;
+    case Block::Kind::Balance: break;
     }
 }
 
@@ -139,12 +123,13 @@ void SimModule::finishBalance(quint16 mask)
 QByteArray SimModule::fullReply(quint8 command, int group) const
 {
     Frame f{};
-    const Target t = targetOf(group);
-    switch (t.block) {
-    case Block::Info: putInfoBlock(memory_, f); break;
-    case Block::Channels: putChannelGroup(memory_, t.index, f); break;
-    case Block::Adjust: putAdjustBlock(memory_, t.index, f); break;
-    case Block::Calibration: putCalibrationPair(memory_, t.index, f); break;
+    const Block block = Block::ofSelector(group);
+    switch (block.kind) {
+    case Block::Kind::Information: putInfoBlock(memory_, f); break;
+    case Block::Kind::ChannelGroup: putChannelGroup(memory_, block.index, f); break;
+    case Block::Kind::AdjustBlock: putAdjustBlock(memory_, block.index, f); break;
+    case Block::Kind::CalibrationPair: putCalibrationPair(memory_, block.index, f); break;
+    case Block::Kind::Balance: break;
     }
     sealFrame(f, kFullN, static_cast<quint8>(memory_.busAddress), static_cast<quint8>(command + kReplyOffset), static_cast<quint8>(group));
     return toBytes(f, kFullFrameLength);

@@ -20,12 +20,12 @@ public:
     {
     }
 
-    void showRequest(const Request& request, Panel panel, int group);
+    void showRequest(const Request& request);
     void showReply(const Request& request, const QByteArray& frame, const ModuleRecord& record);
     // A grid edit changed these rows (1-based): the write frames of their
     // channel groups or adjust blocks, rebuilt from the record, under the send
-    // labels, the first of them on show.
-    void showEdit(const ModuleRecord& record, Panel panel, const QList<int>& rows);
+    // labels, the first of them on show. `kind` is ChannelGroup or AdjustBlock.
+    void showEdit(const ModuleRecord& record, Block::Kind kind, const QList<int>& rows);
 
 private:
     // The balance's frames go under the first group while it is on show,

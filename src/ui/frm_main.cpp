@@ -146,9 +146,9 @@ void frmMain::wireMenus()
     connect(menus_, &MainMenus::search, this, &frmMain::cmdSearch_Click);
     connect(menus_, &MainMenus::searchAll, this, &frmMain::cmdSearchAll_Click);
     Operations& ops = operations_;
-    connect(menus_, &MainMenus::send, this, [this, &ops] { runFlow([&ops] { ops.cmdFrame1Send(); }); });
-    connect(menus_, &MainMenus::read, this, [this, &ops] { runFlow([&ops] { ops.cmdFrame3Receive(); }); });
-    connect(menus_, &MainMenus::balance, this, [this, &ops] { runFlow([&ops] { ops.cmdBalance(); }); });
+    connect(menus_, &MainMenus::send, this, [this, &ops] { runFlow([&ops] { ops.writeEverything(); }); });
+    connect(menus_, &MainMenus::read, this, [this, &ops] { runFlow([&ops] { ops.readEverything(); }); });
+    connect(menus_, &MainMenus::balance, this, [this, &ops] { runFlow([&ops] { ops.balanceAndReadBack(); }); });
     connect(menus_, &MainMenus::beckon, this, [this, &ops] { runFlow([&ops] { ops.beckon(); }); });
     connect(menus_, &MainMenus::helpContent, this, [this] { MnuHelp_Content_Click(language_, dialogs_); });
     connect(menus_, &MainMenus::about, this, [this] { frmAbout(language_, dialogs_, this).exec(); });
@@ -161,39 +161,41 @@ void frmMain::wirePanels()
     Operations& ops = operations_;
     connect(frame1_, &OperationPanel::readGroup, this, flow([&ops](int g) { ops.readChannelGroup(g); }));
     connect(frame1_, &OperationPanel::sendGroup, this, flow([&ops](int g) { ops.writeChannelGroup(g); }));
-    connect(frame1_, &OperationPanel::readAll, this, flow([&ops] { ops.cmdFrame1Receive(); }));
-    connect(frame1_, &OperationPanel::sendAll, this, flow([&ops] { ops.cmdFrame1Send(); }));
-    connect(frame1_, &OperationPanel::balance, this, flow([&ops] { ops.cmdBalance(); }));
+    connect(frame1_, &OperationPanel::readAll, this, flow([&ops] { ops.readChannelGroups(); }));
+    connect(frame1_, &OperationPanel::sendAll, this, flow([&ops] { ops.writeEverything(); }));
+    connect(frame1_, &OperationPanel::balance, this, flow([&ops] { ops.balanceAndReadBack(); }));
     connect(frame2_, &OperationPanel::readGroup, this, flow([&ops](int g) { ops.readAdjustBlock(g); }));
     connect(frame2_, &OperationPanel::sendGroup, this, flow([&ops](int g) { ops.writeAdjustBlock(g); }));
-    connect(frame2_, &OperationPanel::readAll, this, flow([&ops] { ops.cmdFrame2Receive(); }));
-    connect(frame2_, &OperationPanel::sendAll, this, flow([&ops] { ops.cmdFrame2Send(); }));
+    connect(frame2_, &OperationPanel::readAll, this, flow([&ops] { ops.readAdjustBlocks(); }));
+    connect(frame2_, &OperationPanel::sendAll, this, flow([&ops] { ops.writeAdjustBlocks(); }));
     connect(frame3_, &OperationPanel::readInfo, this, flow([&ops] { ops.readModuleInfo(); }));
     connect(frame3_, &OperationPanel::sendInfo, this, flow([&ops] { ops.writeModuleInfo(); }));
     connect(frame3_, &OperationPanel::beckon, this, flow([&ops] { ops.beckon(); }));
-    connect(frame3_, &OperationPanel::readAll, this, flow([&ops] { ops.cmdFrame3Receive(); }));
-    connect(frame3_, &OperationPanel::sendAll, this, flow([&ops] { ops.cmdFrame3Send(); }));
+    connect(frame3_, &OperationPanel::readAll, this, flow([&ops] { ops.readEverything(); }));
+    connect(frame3_, &OperationPanel::sendAll, this, flow([&ops] { ops.confirmAndWriteModuleInfo(); }));
     connect(&operations_, &Operations::requestStarted, this, &frmMain::requestStarted);
     connect(&operations_, &Operations::requestEnded, this, &frmMain::requestEnded);
     connect(&operations_.exchange(), &Exchange::replyStored, this, &frmMain::replyStored);
     connect(&operations_, &Operations::moduleRefreshed, &view_, &ModuleView::showAll);
 }
 
-OperationPanel* frmMain::panelOf(Panel panel) const
+OperationPanel* frmMain::panelOf(Block block) const
 {
-    switch (panel) {
-    case Panel::ChannelSetup: return frame1_;
-    case Panel::Adjust: return frame2_;
-    case Panel::ModuleInfo: return frame3_;
+    switch (block.kind) {
+    case Block::Kind::ChannelGroup:
+    case Block::Kind::Balance: return frame1_;
+    case Block::Kind::AdjustBlock:
+    case Block::Kind::CalibrationPair: return frame2_;
+    case Block::Kind::Information: return frame3_;
     }
     return frame3_;
 }
 
-void frmMain::requestStarted(const Request& request, Panel panel, int group)
+void frmMain::requestStarted(const Request& request)
 {
     tabStrip1_->setEnabled(false);
-    panelOf(panel)->setEnabled(false);
-    display_.showRequest(request, panel, group);
+    panelOf(request.block)->setEnabled(false);
+    display_.showRequest(request);
 }
 
 void frmMain::replyStored(const Request& request, const QByteArray& frame)
@@ -202,11 +204,11 @@ void frmMain::replyStored(const Request& request, const QByteArray& frame)
     view_.showSoon(request);
 }
 
-void frmMain::requestEnded(Panel panel, bool portOpened)
+void frmMain::requestEnded(const Request& request, bool portOpened)
 {
     if (portOpened) {
-        if (!lockedPanels_.contains(panelOf(panel)))
-            lockedPanels_.append(panelOf(panel));
+        if (OperationPanel* panel = panelOf(request.block); !lockedPanels_.contains(panel))
+            lockedPanels_.append(panel);
         if (!flowRunning_)
             unlockPanels();
         return;

@@ -74,14 +74,15 @@ private:
     QWidget* buildFrames();
     void wirePanels();
     // The request's frame text, its group's tab, and its frame locked.
-    void requestStarted(const Request& request, Panel panel, int group);
-    void requestEnded(Panel panel, bool portOpened);
+    void requestStarted(const Request& request);
+    void requestEnded(const Request& request, bool portOpened);
     // TabStrip1 and the frames of the flow's requests back, once no flow runs.
     void unlockPanels();
     // An accepted reply: its frame rebuilt from the record under its label,
     // and everything that shows the module refreshed.
     void replyStored(const Request& request, const QByteArray& frame);
-    OperationPanel* panelOf(Panel panel) const;
+    // The panel that shows a block: the balance is the channel setup's.
+    OperationPanel* panelOf(Block block) const;
     // The three frames and the Balance, Read and Send entries, after a search.
     void operationsEnabled(bool enabled);
     void cmbComPort_Click(int number);

@@ -22,7 +22,7 @@ namespace velmor {
 
 void frmMain::cmdSearch_Click()
 {
-    runSearch<ModuleSearch>(&ModuleSearch::cmdSearch_Click);
+    runSearch<ModuleSearch>(&ModuleSearch::searchLinesAndReport);
 }
 
 void frmMain::cmdSearchAll_Click()

@@ -16,10 +16,10 @@ GridEditing::GridEditing(SetupState& state, OperatorDialogs& dialogs, Language l
 {
     frame1->addEditorStrip(channels_->strip());
     connect(channels_, &ChannelGridEditor::stored, this, [&state, &display](const QList<int>& rows) {
-        display.showEdit(state.current(), Panel::ChannelSetup, rows);
+        display.showEdit(state.current(), Block::Kind::ChannelGroup, rows);
     });
     connect(adjust_, &TrimGridEditor::stored, this, [&state, &display](const QList<int>& rows) {
-        display.showEdit(state.current(), Panel::Adjust, rows);
+        display.showEdit(state.current(), Block::Kind::AdjustBlock, rows);
     });
 }
 

@@ -21,16 +21,14 @@ void ModuleView::showAll() { show(Everything); }
 
 void ModuleView::showSoon(const Request& request)
 {
-    const int group = request.bytes[kGroupOffset];
     int parts = Everything;  // the information may have changed the model
-    if (request.kind == ReplyKind::Short)
-        parts = 0;
-    else if (group >= kGroupCalibrationFirst)
-        parts = Calibration;
-    else if (group >= kGroupAdjustFirst)
-        parts = Adjust;
-    else if (group >= kGroupChannelsFirst)
-        parts = Channels;
+    switch (request.block.kind) {
+    case Block::Kind::Balance: parts = 0; break;
+    case Block::Kind::CalibrationPair: parts = Calibration; break;
+    case Block::Kind::AdjustBlock: parts = Adjust; break;
+    case Block::Kind::ChannelGroup: parts = Channels; break;
+    case Block::Kind::Information: break;
+    }
     if (pending_ == 0 && parts != 0)
         QTimer::singleShot(0, this, &ModuleView::flush);
     pending_ |= parts;

@@ -48,7 +48,7 @@ Outcome searchWith(const QList<PortEntry>& ports, Run run)
 
 Outcome oneByOne(const QList<PortEntry>& ports)
 {
-    return searchWith<ModuleSearch>(ports, [](ModuleSearch& s, auto& p, int n) { return s.cmdSearch_Click(p, n); });
+    return searchWith<ModuleSearch>(ports, [](ModuleSearch& s, auto& p, int n) { return s.searchLinesAndReport(p, n); });
 }
 
 Outcome allAtOnce(const QList<PortEntry>& ports)

@@ -233,7 +233,7 @@ void ExchangeTest::moduleDroppingOffStopsTheChainAtThatStep()
     line.addFault(5, sim::FaultKind::Dropoff, 6);
     LinkRig rig;
     rig.select(line, 5);
-    QVERIFY(!rig.operations.cmdFrame3Receive());
+    QVERIFY(!rig.operations.readEverything());
     QCOMPARE(line.requests().size(), 7);  // six answered, the seventh timed out
     VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
 }
@@ -255,7 +255,7 @@ void ExchangeTest::vanishingPortEndsTheChainWithOneMessage()
     const double cpuBefore = processCpuSeconds();
     QElapsedTimer clock;
     clock.start();
-    QVERIFY(!rig.operations.cmdFrame3Receive());
+    QVERIFY(!rig.operations.readEverything());
     QTest::qWait(500);  // a storm of driver errors, if any, would come now
     const double cpu = processCpuSeconds() - cpuBefore;
     QCOMPARE(requests, 5);

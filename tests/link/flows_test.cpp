@@ -49,7 +49,7 @@ void FlowsTest::readEverythingOfFourChannelsSendsOneRequestPerChain()
     QVERIFY2(line.isReady(), qPrintable(line.error()));
     LinkRig rig;
     rig.select(line, 3);
-    QVERIFY(rig.operations.cmdFrame3Receive());
+    QVERIFY(rig.operations.readEverything());
     QCOMPARE(selectors(line), (QList<int>{0, 1, 5, 9, 10}));
     QCOMPARE(rig.state.current().channelCount, 4);
 }
@@ -61,7 +61,7 @@ void FlowsTest::readEverythingOfSixteenChannelsSendsFourAndEightPerChain()
     LinkRig rig;
     rig.select(line, 7);
     rig.state.current().channelCount = 4;  // the information read sets it
-    QVERIFY(rig.operations.cmdFrame3Receive());
+    QVERIFY(rig.operations.readEverything());
     QCOMPARE(selectors(line), (QList<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16}));
     VELMOR_COMPARE_SAID(rig.dialogs.texts());
 }
@@ -72,7 +72,7 @@ void FlowsTest::readEverythingStoresWhatTheModuleHolds()
     QVERIFY(line.isReady());
     LinkRig rig;
     rig.select(line, 2);
-    QVERIFY(rig.operations.cmdFrame3Receive());
+    QVERIFY(rig.operations.readEverything());
     const ModuleRecord& module = line.memory(2);
     const ModuleRecord& record = rig.state.current();
     VELMOR_VERIFY_SAME(wholeReadDifference(record, module));
@@ -85,7 +85,7 @@ void FlowsTest::readEverythingOfModelThreeTakesElevenGainCoefficients()
     QVERIFY(line.isReady());
     LinkRig rig;
     rig.select(line, 4);
-    QVERIFY(rig.operations.cmdFrame3Receive());
+    QVERIFY(rig.operations.readEverything());
     QCOMPARE(rig.state.current().channelCount, 8);
     VELMOR_VERIFY_SAME(wholeReadDifference(rig.state.current(), line.memory(4)));
 }
@@ -98,7 +98,7 @@ void FlowsTest::failedModuleInformationReadStopsTheWholeRead()
     LinkRig rig;
     rig.select(line, 2);
     const ModuleRecord before = rig.state.current();
-    QVERIFY(!rig.operations.cmdFrame3Receive());
+    QVERIFY(!rig.operations.readEverything());
     QCOMPARE(line.requests().size(), 1);
     VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});
     QCOMPARE(rig.operations.exchange().failure(), Failure::NoReply);
@@ -113,7 +113,7 @@ void FlowsTest::failedStepStopsTheChainAfterIt()
     line.addFault(2, sim::FaultKind::Checksum, 3);  // the second channel group
     LinkRig rig;
     rig.select(line, 2);
-    QVERIFY(!rig.operations.cmdFrame3Receive());
+    QVERIFY(!rig.operations.readEverything());
     QCOMPARE(selectors(line), (QList<int>{0, 1, 2}));
     VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("Return data fail.")});
     QCOMPARE(rig.state.parseStatus, 3);
@@ -128,7 +128,7 @@ void FlowsTest::sendEverythingWritesParametersAdjustAndCalibration()
     QVERIFY(line.isReady());
     LinkRig rig;
     rig.select(line, 6);
-    QVERIFY(rig.operations.cmdFrame3Receive());
+    QVERIFY(rig.operations.readEverything());
     ModuleRecord& record = rig.state.current();
     for (size_t c = 0; c < 8; ++c) {
         record.channels[c].gain = static_cast<qint16>(c % 4);
@@ -137,7 +137,7 @@ void FlowsTest::sendEverythingWritesParametersAdjustAndCalibration()
         record.channels[c].gainCoef[3] = 12345 + static_cast<int>(c);
     }
     line.clearFrames();
-    QVERIFY(rig.operations.cmdFrame1Send());
+    QVERIFY(rig.operations.writeEverything());
     QCOMPARE(selectors(line), (QList<int>{1, 2, 5, 6, 9, 10, 11, 12}));
     for (size_t c = 0; c < 8; ++c) {
         VELMOR_VERIFY_SAME(channelParameterDifference(line.memory(6).channels[c], record.channels[c]));
@@ -152,9 +152,9 @@ void FlowsTest::channelGroupsOfTheReadLayoutComeBackUnchanged()
     QVERIFY(line.isReady());
     LinkRig rig;
     rig.select(line, 2);
-    QVERIFY(rig.operations.cmdFrame3Receive());
+    QVERIFY(rig.operations.readEverything());
     const ModuleRecord module = line.memory(2);
-    QVERIFY(rig.operations.cmdFrame1Send());
+    QVERIFY(rig.operations.writeEverything());
     // A read followed by a write gives the module its own values back.
     QCOMPARE(line.memory(2).channels, module.channels);
 }
@@ -181,7 +181,7 @@ void FlowsTest::informationWriteWaitsForConfirmation()
     LinkRig rig;
     rig.select(line, 2);
     rig.dialogs.answer = false;
-    QVERIFY(!rig.operations.cmdFrame3Send());
+    QVERIFY(!rig.operations.confirmAndWriteModuleInfo());
     QCOMPARE(rig.dialogs.questions.size(), 1);
     QCOMPARE(rig.dialogs.questions.first().second, QStringLiteral("Only one module."));
     QCOMPARE(rig.dialogs.questions.first().first, QStringLiteral("Module Setup"));
@@ -195,11 +195,11 @@ void FlowsTest::informationWriteGoesToAddress255WithTheNewAddress()
     QVERIFY(line.isReady());
     LinkRig rig;
     rig.select(line, 2);
-    QVERIFY(rig.operations.cmdFrame3Receive());
+    QVERIFY(rig.operations.readEverything());
     rig.state.current().busAddress = 11;
     rig.state.current().moduleNumber = 65535;
     line.clearFrames();
-    QVERIFY(rig.operations.cmdFrame3Send());
+    QVERIFY(rig.operations.confirmAndWriteModuleInfo());
     const QByteArray request = line.requests().first();
     QCOMPARE(static_cast<quint8>(request[3]), 255);
     QCOMPARE(static_cast<quint8>(request[6]), 11);
@@ -211,7 +211,7 @@ void FlowsTest::portThatWillNotOpenStopsWithErrorTitle()
 {
     LinkRig rig;
     rig.state.current().portNumber = 99;  // not in the list
-    QVERIFY(!rig.operations.cmdFrame1Receive());
+    QVERIFY(!rig.operations.readChannelGroups());
     QVERIFY2(rig.dialogs.messages.size() == 1, qPrintable(saidAndExpected(rig.dialogs.texts(), {QStringLiteral("(one message)")})));
     QCOMPARE(rig.dialogs.messages.first().first, QStringLiteral("Error"));
     QCOMPARE(rig.dialogs.messages.first().second, QStringLiteral("Open COM port fail."));
@@ -224,12 +224,12 @@ void FlowsTest::balancePortFailureUsesItsOwnTitle()
     LinkRig rig;
     rig.state.current().portNumber = 99;
     rig.state.languageMode = 1;
-    QVERIFY(!rig.operations.cmdBalance());
+    QVERIFY(!rig.operations.balanceAndReadBack());
     QCOMPARE(rig.dialogs.messages.first().first, QStringLiteral("模块参数设置"));
     QCOMPARE(rig.dialogs.messages.first().second, QStringLiteral("打开串口失败。"));
     rig.dialogs.messages.clear();
     rig.state.languageMode = 2;
-    QVERIFY(!rig.operations.cmdBalance());
+    QVERIFY(!rig.operations.balanceAndReadBack());
     QCOMPARE(rig.dialogs.messages.first().first, QStringLiteral("Module setup"));
     QVERIFY(rig.operations.sequenceDone());
 }
@@ -243,7 +243,7 @@ void FlowsTest::failedBalanceNeitherWaitsNorRereads()
     rig.select(line, 2);
     QElapsedTimer clock;
     clock.start();
-    QVERIFY(!rig.operations.cmdBalance());
+    QVERIFY(!rig.operations.balanceAndReadBack());
     QVERIFY(clock.elapsed() < Operations::kBalanceSettleMs);  // no settling wait after a failure
     QCOMPARE(rig.state.parseStatus, 4);
     QTest::qWait(200);
@@ -260,13 +260,13 @@ void FlowsTest::balanceReadsBackNewValuesOfMaskedChannels()
     QVERIFY(line.isReady());
     LinkRig rig;
     rig.select(line, 2);
-    QVERIFY(rig.operations.cmdFrame3Receive());
+    QVERIFY(rig.operations.readEverything());
     const ModuleRecord before = rig.state.current();
     rig.state.channelMask[0] = 0x0005;  // channels 1 and 3
     line.clearFrames();
     QElapsedTimer clock;
     clock.start();
-    QVERIFY(rig.operations.cmdBalance());
+    QVERIFY(rig.operations.balanceAndReadBack());
     QVERIFY(clock.elapsed() >= Operations::kBalanceSettleMs);
     QCOMPARE(line.requests().first().mid(7, 2), QByteArray("\x05\x00", 2));
     QCOMPARE(line.requests().size(), 1 + 17);  // the balance, then the whole read
@@ -297,7 +297,7 @@ void FlowsTest::sequenceIsMarkedRunningUntilItEnds()
     rig.select(line, 2);
     QList<bool> during;
     connect(&rig.operations, &Operations::requestStarted, this, [&] { during << rig.operations.sequenceDone(); });
-    QVERIFY(rig.operations.cmdFrame2Receive());
+    QVERIFY(rig.operations.readAdjustBlocks());
     QCOMPARE(during, QList<bool>(4, false));  // the record still says 16 channels
     QVERIFY(rig.operations.sequenceDone());
 }

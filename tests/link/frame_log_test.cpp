@@ -55,7 +55,7 @@ void FrameLogTest::wholeReadOfSixteenChannelsGivesThirtyFourRows()
     LoggedRig rig;
     rig.select(line, 1);
     const qint64 before = frameLogClock();
-    QVERIFY(rig.operations.cmdFrame3Receive());
+    QVERIFY(rig.operations.readEverything());
     const qint64 after = frameLogClock();
 
     const QList<FrameRow>& rows = rig.log.rows();

@@ -132,7 +132,7 @@ void RemoteLineTest::runSession(Route route, Outcome& outcome)
     });
 
     ModuleSearch search(rig.operations, rig.dialogs);
-    outcome.found = search.cmdSearch_Click({line.entry()}, kPortNumber);
+    outcome.found = search.searchLinesAndReport({line.entry()}, kPortNumber);
     QCOMPARE(outcome.found, 1);
 
     ModuleRecord& record = rig.state.current();
@@ -141,12 +141,12 @@ void RemoteLineTest::runSession(Route route, Outcome& outcome)
         record.channels[c].cutoff = 500 + static_cast<int>(c);
         record.channels[c].gainAdjustTable[1] = 0xFFFF - static_cast<int>(c);
     }
-    QVERIFY(rig.operations.cmdFrame3Send());
-    QVERIFY(rig.operations.cmdFrame1Send());
+    QVERIFY(rig.operations.confirmAndWriteModuleInfo());
+    QVERIFY(rig.operations.writeEverything());
     QVERIFY(rig.operations.beckon());
     rig.state.channelMask[static_cast<size_t>(rig.state.currentModule)] = -1;  // mask 0xFF 0xFF
-    QVERIFY(rig.operations.cmdBalance());
-    QVERIFY(rig.operations.cmdFrame3Receive());
+    QVERIFY(rig.operations.balanceAndReadBack());
+    QVERIFY(rig.operations.readEverything());
 
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("module.cfg"));
@@ -237,7 +237,7 @@ void RemoteLineTest::serverThatIsNotRunningGivesThePortOpenMessage()
     line.select(rig);
     QElapsedTimer clock;
     clock.start();
-    QVERIFY(!rig.operations.cmdFrame3Receive());
+    QVERIFY(!rig.operations.readEverything());
     qInfo("refused after %lld ms", clock.elapsed());
     QCOMPARE(rig.dialogs.messages, (QList<QPair<QString, QString>>{{QStringLiteral("Error"), QStringLiteral("Open COM port fail.")}}));
     QCOMPARE(rig.operations.exchange().failure(), Failure::PortNotOpened);
@@ -269,7 +269,7 @@ void RemoteLineTest::serverStoppingDuringAWriteChainEndsItWithOneMessage()
     line.select(rig);
     QElapsedTimer clock;
     clock.start();
-    QVERIFY(!rig.operations.cmdFrame1Send());
+    QVERIFY(!rig.operations.writeEverything());
     const qint64 elapsed = clock.elapsed();
     qInfo("the chain ended %lld ms after it began", elapsed);
     VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("No respond.")});

@@ -15,7 +15,7 @@ struct SearchRig : LinkRig {
     int run(const QList<PortEntry>& ports)
     {
         port.setPorts(ports);
-        return search.cmdSearch_Click(ports, ports.isEmpty() ? 0 : ports.first().number);
+        return search.searchLinesAndReport(ports, ports.isEmpty() ? 0 : ports.first().number);
     }
     QList<PortEntry> listed() const { return listPorts({}, simPortsDir()); }
 };

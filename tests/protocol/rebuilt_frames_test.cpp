@@ -40,13 +40,13 @@ private slots:
         int status = 0;
         QVERIFY(parseReply(ReplyKind(kind), reply, kCmdWrite, stored, status));
         stored.busAddress = source.busAddress;
-        VELMOR_COMPARE_BYTES(rebuiltFrame(stored, group, kCmdWrite + kReplyOffset), reply);
+        VELMOR_COMPARE_BYTES(rebuiltFrame(stored, Block::ofSelector(group), kCmdWrite + kReplyOffset), reply);
     }
 
     void codeGoesIntoByteFourAndTheChecksumFollows()
     {
         const ModuleRecord record = markedRecord();
-        const QByteArray frame = rebuiltFrame(record, kGroupChannelsFirst + 2, 0x41);
+        const QByteArray frame = rebuiltFrame(record, {Block::Kind::ChannelGroup, 2}, 0x41);
         QByteArray expected = writeChannelGroupRequest(record, 2).frame();
         expected[4] = char(0x41);
         expected[54] = char(wireSum(expected, 51));
@@ -56,7 +56,7 @@ private slots:
     void beckonCodePutsFFInByteFour()
     {
         const ModuleRecord record = markedRecord();
-        const QByteArray frame = rebuiltFrame(record, kGroupInfo, kCmdBeckon);
+        const QByteArray frame = rebuiltFrame(record, {Block::Kind::Information}, kCmdBeckon);
         QCOMPARE(quint8(frame[4]), quint8(0xFF));
         QCOMPARE(quint8(frame[3]), quint8(0xFF));  // the information frame goes to every module
         QCOMPARE(quint8(frame[54]), wireSum(frame, 51));
@@ -69,7 +69,7 @@ private slots:
         QByteArray expected = writeCalibrationRequest(record, 5).frame();
         expected[4] = char(0x42);
         expected[54] = char(wireSum(expected, 51));
-        VELMOR_COMPARE_BYTES(rebuiltFrame(record, kGroupCalibrationFirst + 5, 0x42), expected);
+        VELMOR_COMPARE_BYTES(rebuiltFrame(record, {Block::Kind::CalibrationPair, 5}, 0x42), expected);
     }
 };
 

@@ -15,8 +15,6 @@ using namespace velmor::testkit;
 
 namespace {
 
-enum class Block { Channels, Adjust, Calibration, Info };
-
 ChannelRecord& ch(ModuleRecord& r, int c) { return r.channels[static_cast<size_t>(c)]; }
 const ChannelRecord& ch(const ModuleRecord& r, int c) { return r.channels[static_cast<size_t>(c)]; }
 
@@ -40,36 +38,37 @@ void copyEntries(const Table17& from, Table17& to, int count)
     std::copy_n(from.begin(), count, to.begin());
 }
 
-Request writeOf(Block block, const ModuleRecord& source, int index)
+Request writeOf(Block::Kind kind, const ModuleRecord& source, int index)
 {
-    switch (block) {
-    case Block::Channels: return writeChannelGroupRequest(source, index);
-    case Block::Adjust: return writeAdjustBlockRequest(source, index);
-    case Block::Calibration: return writeCalibrationRequest(source, index);
-    case Block::Info: return writeInfoRequest(source);
+    switch (kind) {
+    case Block::Kind::ChannelGroup: return writeChannelGroupRequest(source, index);
+    case Block::Kind::AdjustBlock: return writeAdjustBlockRequest(source, index);
+    case Block::Kind::CalibrationPair: return writeCalibrationRequest(source, index);
+    case Block::Kind::Information: return writeInfoRequest(source);
+    case Block::Kind::Balance: break;
     }
     return {};
 }
 
 // The target record with what the reply must have brought over from source.
-ModuleRecord expectedAfter(Block block, const ModuleRecord& source, int index, ModuleRecord expected,
+ModuleRecord expectedAfter(Block::Kind kind, const ModuleRecord& source, int index, ModuleRecord expected,
                            const QByteArray& reply)
 {
     expected.busAddress = source.busAddress;
-    switch (block) {
-    case Block::Channels:
+    switch (kind) {
+    case Block::Kind::ChannelGroup:
         for (int c = 4 * index; c < 4 * index + 4; ++c)
             copyParameters(ch(source, c), ch(expected, c), c);
         break;
-    case Block::Adjust:
+    case Block::Kind::AdjustBlock:
         for (int c = 4 * index; c < 4 * index + 4; ++c) {
             copyEntries(ch(source, c).zeroAdjustTable, ch(expected, c).zeroAdjustTable, 4);
             copyEntries(ch(source, c).gainAdjustTable, ch(expected, c).gainAdjustTable, 4);
         }
         break;
-    case Block::Calibration:
+    case Block::Kind::CalibrationPair:
         for (int c = 2 * index; c < 2 * index + 2; ++c) {
-            if (source.modelCode == 3) {
+            if (hasWideCalibration(source.modelCode)) {
                 copyEntries(ch(source, c).gainCoef, ch(expected, c).gainCoef, 11);
             } else {
                 copyEntries(ch(source, c).gainCoef, ch(expected, c).gainCoef, 4);
@@ -77,7 +76,7 @@ ModuleRecord expectedAfter(Block block, const ModuleRecord& source, int index, M
             }
         }
         break;
-    case Block::Info:
+    case Block::Kind::Information:
         recognizeModel(expected, source.modelCode);
         expected.moduleNumber = source.moduleNumber;
         for (int i = 0; i < kCapabilityCount; ++i)
@@ -85,6 +84,7 @@ ModuleRecord expectedAfter(Block block, const ModuleRecord& source, int index, M
         std::copy_n(source.infoTail.begin(), 34, expected.infoTail.begin());
         expected.infoTail[34] = quint8(reply[54]);   // the reply's own checksum
         break;
+    case Block::Kind::Balance: break;
     }
     return expected;
 }
@@ -102,25 +102,25 @@ private slots:
 
 void RoundTripTest::writeThenReplyGivesBackTheRecordValues_data()
 {
-    QTest::addColumn<Block>("block");
+    QTest::addColumn<Block::Kind>("kind");
     QTest::addColumn<int>("index");
     QTest::addColumn<int>("modelCode");
     QTest::addColumn<unsigned>("seed");
     unsigned seed = 1;
     for (int g = 0; g < 4; ++g) {
-        QTest::addRow("channel group %d", g) << Block::Channels << g << 2 << seed++;
-        QTest::addRow("adjust block %d", g) << Block::Adjust << g << 2 << seed++;
+        QTest::addRow("channel group %d", g) << Block::Kind::ChannelGroup << g << int(kTmC16) << seed++;
+        QTest::addRow("adjust block %d", g) << Block::Kind::AdjustBlock << g << int(kTmC16) << seed++;
     }
-    for (int model : {3, 2, 6})
+    for (int model : {kTmB8, kTmC16, kTmC8})
         for (int k = 0; k < 8; ++k)
-            QTest::addRow("calibration pair %d, model %d", k, model) << Block::Calibration << k << model << seed++;
-    for (int model = 0; model <= 9; ++model)
-        QTest::addRow("module information, model %d", model) << Block::Info << 0 << model << seed++;
+            QTest::addRow("calibration pair %d, model %d", k, model) << Block::Kind::CalibrationPair << k << model << seed++;
+    for (int model = kTmA4; model <= kTmC16D + 1; ++model)
+        QTest::addRow("module information, model %d", model) << Block::Kind::Information << 0 << model << seed++;
 }
 
 void RoundTripTest::writeThenReplyGivesBackTheRecordValues()
 {
-    QFETCH(Block, block);
+    QFETCH(Block::Kind, kind);
     QFETCH(int, index);
     QFETCH(int, modelCode);
     QFETCH(unsigned, seed);
@@ -128,12 +128,12 @@ void RoundTripTest::writeThenReplyGivesBackTheRecordValues()
     std::mt19937 rng(seed);
     ModuleRecord source = randomWireRecord(rng);
     source.modelCode = static_cast<quint8>(modelCode);
-    const Request request = writeOf(block, source, index);
+    const Request request = writeOf(kind, source, index);
     const QByteArray reply = replyTo(request, source.busAddress);
 
     ModuleRecord target = markedRecord();
     target.modelCode = source.modelCode;   // the calibration layout follows the stored model
-    const ModuleRecord expected = expectedAfter(block, source, index, target, reply);
+    const ModuleRecord expected = expectedAfter(kind, source, index, target, reply);
 
     int status = 0;
     if (!parseReply(request.kind, reply, request.command, target, status))

@@ -166,7 +166,7 @@ void SetupReportTest::framesAreTheWriteFramesTheWindowRebuilds()
         selectors << kGroupAdjustFirst + g;
     for (int i = 0; i < selectors.size(); ++i) {
         const QStringList& row = frames[i + 1];
-        const QByteArray frame = rebuiltFrame(record, selectors[i], kCmdWrite);
+        const QByteArray frame = rebuiltFrame(record, Block::ofSelector(selectors[i]), kCmdWrite);
         QCOMPARE(frame.size(), kFullFrameLength);
         QCOMPARE(static_cast<quint8>(frame[kCommandOffset]), quint8{18});
         QCOMPARE(row[1], frameLines(frameToText(frame)));

@@ -120,7 +120,7 @@ void GridEditingTest::rowsFiveToTwoTakeTheChosenCouplingAndTheFrameIsRebuilt()
     QVERIFY(!list->isVisible());
     // Both groups' write frames, rebuilt from the record, under their send labels.
     for (int g : {0, 1})
-        QCOMPARE(sentLabel(m.window(), g), frameToText(rebuiltFrame(m.record(), kGroupChannelsFirst + g, kCmdWrite)));
+        QCOMPARE(sentLabel(m.window(), g), frameToText(rebuiltFrame(m.record(), {Block::Kind::ChannelGroup, g}, kCmdWrite)));
 }
 
 void GridEditingTest::aColumnWithoutItsCapabilityOpensNothing()
@@ -184,7 +184,7 @@ void GridEditingTest::aDecimalTypedIntoACellPassesTheDecimalFilterAndIsStored()
     QVERIFY(!box->isVisible());
     QCOMPARE(m.channel(1).gaugeCoef, 2.57f);
     QCOMPARE(cellText(grid, 2, kCoefColumn), QStringLiteral("2.57"));
-    QCOMPARE(sentLabel(m.window(), 0), frameToText(rebuiltFrame(m.record(), kGroupChannelsFirst, kCmdWrite)));
+    QCOMPARE(sentLabel(m.window(), 0), frameToText(rebuiltFrame(m.record(), {Block::Kind::ChannelGroup, 0}, kCmdWrite)));
 }
 
 void GridEditingTest::aWholeNumberCellSwallowsThePoint()
@@ -342,7 +342,7 @@ void GridEditingTest::aDragOverFourRowsAnswered2000Stores1023()
     }
     QCOMPARE(grid->currentIndex().row(), 4);
     const QString label = child<QLabel>(m.window(), "lblModuleNoOperateString[1]")->text();
-    QCOMPARE(label, frameToText(rebuiltFrame(m.record(), kGroupAdjustFirst + 1, kCmdWrite)));
+    QCOMPARE(label, frameToText(rebuiltFrame(m.record(), {Block::Kind::AdjustBlock, 1}, kCmdWrite)));
 }
 
 void GridEditingTest::aTypedCoefficientIsStoredInHundredths()

@@ -160,7 +160,7 @@ void OperationFramesTest::aGroupButtonShowsTheFrameItSends()
     line.clearFrames();
     QTest::mouseClick(button(window, "cmdBeckon"), Qt::LeftButton);
     QCOMPARE(line.requests(), QList<QByteArray>{QByteArray::fromHex("AAAA03FF10000F")});
-    const QByteArray rebuilt = rebuiltFrame(window.state().current(), 0, kCmdBeckon);
+    const QByteArray rebuilt = rebuiltFrame(window.state().current(), {Block::Kind::Information}, kCmdBeckon);
     QCOMPARE(rebuilt.first(6), QByteArray::fromHex("AAAA33FFFF00"));
     QCOMPARE(child<QLabel>(window, QStringLiteral("lblModuleString"))->text(), frameToText(rebuilt));
     QCOMPARE(child<QLabel>(window, QStringLiteral("lblModuleReturnString"))->text(), QString());
@@ -168,7 +168,7 @@ void OperationFramesTest::aGroupButtonShowsTheFrameItSends()
     QTest::mouseClick(button(window, "cmdModuleInfoReceive"), Qt::LeftButton);
     QCOMPARE(child<QLabel>(window, QStringLiteral("lblModuleString"))->text(), QStringLiteral("AA  AA  03  02  11  00  13  "));
     QCOMPARE(child<QLabel>(window, QStringLiteral("lblModuleReturnString"))->text(),
-             frameToText(rebuiltFrame(window.state().current(), 0, kCmdRead + kReplyOffset)));
+             frameToText(rebuiltFrame(window.state().current(), {Block::Kind::Information}, kCmdRead + kReplyOffset)));
     // Sending everything ends with eight calibration writes, which are not
     // shown: the adjust frame still shows the last adjust block sent.
     QTest::mouseClick(button(window, "cmdFrame1Send"), Qt::LeftButton);

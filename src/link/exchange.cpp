@@ -1,14 +1,13 @@
 #include "exchange.h"
 
 #include "protocol/replies.h"
-#include "texts/message.h"
 
 #include <QEventLoop>
 
 namespace velmor {
 
-Exchange::Exchange(SetupState& state, ComPort& port, OperatorDialogs& dialogs, QObject* parent)
-    : QObject(parent), state_(state), port_(port), dialogs_(dialogs)
+Exchange::Exchange(SetupState& state, ComPort& port, QObject* parent)
+    : QObject(parent), state_(state), port_(port)
 {
     tmrNewData.setInterval(kNewDataInterval);
     tmrOver.setInterval(kOverAtStart);
@@ -83,8 +82,6 @@ void Exchange::tmrNewData_Timer()
         finish(true, false, Failure::None);
         return;
     }
-    const Language language = languageOf(state_.languageMode);
-    dialogs_.showMessage(pick(texts::message::kTitle, language), pick(texts::message::kReturnDataFail, language));
     finish(false, true, Failure::BadReply);
 }
 
@@ -104,11 +101,6 @@ void Exchange::tmrOver_Timer()
     timedOut_.append(pending_);
     if (timedOut_.size() > kRememberedTimeOuts)
         timedOut_.removeFirst();
-    // During a search a silent address is normal.
-    if (!state_.searching) {
-        const Language language = languageOf(state_.languageMode);
-        dialogs_.showMessage(pick(texts::message::kTitle, language), pick(texts::message::kNoRespond, language));
-    }
     finish(true, true, Failure::NoReply);
 }
 

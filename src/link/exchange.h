@@ -2,7 +2,6 @@
 
 #include "frame_row.h"
 #include "model/module_table.h"
-#include "operator_dialogs.h"
 #include "protocol/requests.h"
 #include "serial/com_port.h"
 
@@ -17,7 +16,8 @@ namespace velmor {
 enum class Failure { None, PortNotOpened, LineBusy, NoReply, BadReply };
 
 // The exchange in flight: one request written, its reply awaited, checked and
-// stored into the current module's record.
+// stored into the current module's record. How it ended is a value (failure());
+// the flow that started it tells the operator.
 class Exchange : public QObject {
     Q_OBJECT
 public:
@@ -28,7 +28,7 @@ public:
     // A whole port's worth of silent addresses.
     static constexpr int kRememberedTimeOuts = 17;
 
-    Exchange(SetupState& state, ComPort& port, OperatorDialogs& dialogs, QObject* parent = nullptr);
+    Exchange(SetupState& state, ComPort& port, QObject* parent = nullptr);
 
     // Opens port n, writes the request and starts both timers. False when the
     // port would not open, or while another exchange is in flight (running()):
@@ -64,7 +64,6 @@ private:
 
     SetupState& state_;
     ComPort& port_;
-    OperatorDialogs& dialogs_;
     Request pending_;
     QString line_;  // the name of the port the request went out on
     // Requests that timed out lately: a reply to one of them that turns up

@@ -72,7 +72,8 @@ bool ModuleSearch::searchPort(const PortEntry& port, int p)
     for (int a = 0; a < kAddresses; ++a) {
         if (operations_.abandoned())
             return false;
-        if (!exchange.start(readInfoRequest(a), port.number)) {
+        const Request request = readInfoRequest(a);
+        if (!exchange.start(request, port.number)) {
             dialogs_.showMessage(pick(texts::message::kTitle, language), texts::message::openPortFail(port.name, language));
             emit portNotOpened(port);
             exchange.abandon();
@@ -82,6 +83,7 @@ bool ModuleSearch::searchPort(const PortEntry& port, int p)
         // The product, not a running count, is the progress value; kept as it is.
         emit progress((a + 1) * (p + 1));
         exchange.wait();
+        operations_.tell(request, exchange.failure());
         if (exchange.replyOk() && !exchange.replyFailed()) {
             state.current().portNumber = static_cast<qint16>(port.number);
             ++state.currentModule;

@@ -8,7 +8,7 @@
 namespace velmor {
 
 Operations::Operations(SetupState& state, ComPort& port, OperatorDialogs& dialogs, QObject* parent)
-    : QObject(parent), state_(state), port_(port), dialogs_(dialogs), exchange_(state, port, dialogs, this)
+    : QObject(parent), state_(state), port_(port), dialogs_(dialogs), exchange_(state, port, this)
 {
 }
 
@@ -139,11 +139,32 @@ LineActivity activityOf(const Request& request)
 
 }  // namespace
 
-bool Operations::notSent(const Request& request, Failure why)
+void Operations::tell(const Request& request, Failure failure)
 {
     const Language language = languageOf(state_.languageMode);
-    const Text& title = request.command == kCmdBalance ? texts::message::kBalanceOpenFailTitle : texts::message::kOpenFailTitle;
-    dialogs_.showMessage(pick(title, language), pick(texts::message::kOpenComPortFail, language));
+    switch (failure) {
+    case Failure::PortNotOpened:
+    case Failure::LineBusy: {
+        const Text& title = request.command == kCmdBalance ? texts::message::kBalanceOpenFailTitle
+                                                           : texts::message::kOpenFailTitle;
+        dialogs_.showMessage(pick(title, language), pick(texts::message::kOpenComPortFail, language));
+        break;
+    }
+    case Failure::NoReply:
+        // During a search a silent address is normal.
+        if (!state_.searching)
+            dialogs_.showMessage(pick(texts::message::kTitle, language), pick(texts::message::kNoRespond, language));
+        break;
+    case Failure::BadReply:
+        dialogs_.showMessage(pick(texts::message::kTitle, language), pick(texts::message::kReturnDataFail, language));
+        break;
+    case Failure::None: break;
+    }
+}
+
+bool Operations::notSent(const Request& request, Failure why)
+{
+    tell(request, why);
     if (why == Failure::LineBusy)
         emit lineBusy(*currentPort(), busyHolder_);
     exchange_.abandon(why);
@@ -166,6 +187,7 @@ bool Operations::single(const Request& request)
     if (!exchange_.start(request, state_.current().portNumber))
         return notSent(request, Failure::PortNotOpened);
     exchange_.wait();
+    tell(request, exchange_.failure());
     emit commandsEnabled(true);
     emit requestEnded(request, true);
     return !exchange_.replyFailed();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "exchange.h"
+#include "operator_dialogs.h"
 #include "serial/line_lock.h"
 #include "texts/language.h"
 
@@ -66,6 +67,11 @@ public:
     bool confirmAndWriteModuleInfo();  // the information write after "Only one module."
     bool balanceAndReadBack();         // balance, settle, read everything
 
+    // The operator's message for a request that failed, said in one place:
+    // "Open COM port fail.", "No respond." (unsaid during a search, where a
+    // silent address is normal) or "Return data fail.".
+    void tell(const Request& request, Failure failure);
+
     // How many groups and calibration pairs a module of this many channels has.
     static int groupCount(int channelCount);
     static int pairCount(int channelCount);
@@ -125,8 +131,8 @@ private:
     // line held throughout.
     template <typename Body>
     bool sequence(LineActivity activity, Body body);
-    // The message of a request that never went out (the port would not
-    // open, or the line stayed busy), the exchange marked so, the panel back.
+    // A request that never went out (the port would not open, or the line
+    // stayed busy): told, the exchange marked so, the panel back.
     bool notSent(const Request& request, Failure why);
 
     SetupState& state_;

@@ -60,7 +60,7 @@ int runSearch(Session& session, const QCommandLineParser& parser)
         // Every line at once, each with its own exchange; the result is the
         // one-by-one search's.
         ConcurrentSearch search(session.operations(), session.dialogs());
-        session.frameLog().follow(search);
+        QObject::connect(&search, &ConcurrentSearch::frameLogged, &session.frameLog(), &FrameLog::append);
         QObject::connect(&search, &ConcurrentSearch::portNotOpened,
                          [&](const PortEntry& port, OpenFailure failure, const QString& reason) {
             portFailed = true;

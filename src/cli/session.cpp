@@ -3,7 +3,6 @@
 #include "console_output.h"
 #include "files/whole_file.h"
 #include "model/record_json.h"
-#include "port_argument.h"
 #include "protocol/frame_text.h"
 #include "protocol/replies.h"
 #include "record_text.h"
@@ -40,9 +39,9 @@ Session::Session(const GlobalOptions& options)
 {
     state_.reset();
     state_.languageMode = options.languageMode;
-    ports_ = listPorts();
-    port_.setPorts(ports_);
-    frameLog_.follow(operations_.exchange());
+    lines_.update(listPorts(), {}, state_.table);
+    port_.setPorts(lines_.ports());
+    QObject::connect(&operations_.exchange(), &Exchange::frameLogged, &frameLog_, &FrameLog::append);
     // Beside "No respond." or "Return data fail.": what the module now holds.
     QObject::connect(&operations_, &Operations::writeStoppedPartway,
                      [this](const WriteProgress& progress) { printError(writeProgressText(progress, language())); });
@@ -75,10 +74,10 @@ bool Session::logFramesTo(const QString& path)
 
 bool Session::choosePort(const QString& argument, PortEntry& chosen)
 {
-    const std::optional<PortEntry> port = resolvePort(argument, ports_);
+    const std::optional<PortEntry> port = lines_.resolve(argument);
     if (!port)
         return false;
-    port_.setPorts(ports_);
+    port_.setPorts(lines_.ports());
     chosen = *port;
     record().portNumber = static_cast<qint16>(port->number);
     return true;
@@ -90,11 +89,11 @@ int Session::outcome(bool ok)
         return kExitDone;
     switch (operations_.exchange().failure()) {
     case Failure::PortNotOpened:
-        if (const PortEntry* port = findPort(ports_, record().portNumber))
+        if (const PortEntry* port = lines_.find(record().portNumber))
             printError(portFailureText(*port));
         return kExitPortFailed;
     case Failure::LineBusy:
-        if (const PortEntry* port = findPort(ports_, record().portNumber))
+        if (const PortEntry* port = lines_.find(record().portNumber))
             printError(shownText(Operations::lineBusyText(port->name, operations_.busyHolder(), language())));
         return kExitPortFailed;
     case Failure::NoReply:
@@ -144,7 +143,7 @@ void Session::printText(const QString& text)
 
 QString Session::portName(int number) const
 {
-    const PortEntry* port = findPort(ports_, number);
+    const PortEntry* port = lines_.find(number);
     return port ? port->name : QString::number(number);
 }
 

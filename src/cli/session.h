@@ -6,6 +6,7 @@
 #include "link/frame_log_csv.h"
 #include "link/module_search.h"
 #include "link/operations.h"
+#include "link/port_lines.h"
 #include "texts/language.h"
 
 #include <QJsonValue>
@@ -46,7 +47,7 @@ public:
     FrameLog& frameLog() { return frameLog_; }
 
     // The listed ports, and the one a --port argument names (made current).
-    QList<PortEntry>& ports() { return ports_; }
+    const QList<PortEntry>& ports() const { return lines_.ports(); }
     bool choosePort(const QString& argument, PortEntry& chosen);
 
     // The exit code of the last flow: done, or how its exchange failed. A
@@ -68,7 +69,7 @@ private:
     ComPort port_;
     ConsoleDialogs dialogs_;
     Operations operations_;
-    QList<PortEntry> ports_;
+    PortLines lines_;
     FrameLog frameLog_;
     CsvLogFile logFile_;
     bool logFailed_ = false;

@@ -7,9 +7,6 @@
 
 namespace velmor {
 
-class ConcurrentSearch;
-class Exchange;
-
 // Every frame that the followed exchanges sent and received, one row each,
 // in the order the rows arrive here. The rules of a row:
 //  - a request written to the line is one Out row, "sent";
@@ -31,13 +28,9 @@ class FrameLog : public QObject {
 public:
     explicit FrameLog(QObject* parent = nullptr);
 
-    // The exchange's rows are appended from now on, queued when it lives in
-    // another thread.
-    void follow(const Exchange& exchange);
-    // Every line's rows while the search runs, in the order they arrive.
-    void follow(const ConcurrentSearch& search);
-
     const QList<FrameRow>& rows() const { return rows_; }
+    // Its owner connects the producers' frameLogged here (queued from an
+    // exchange in another thread, so the rows come in the order they arrive).
     void append(const FrameRow& row);
     void clear();
 

@@ -124,6 +124,7 @@ bool NetworkTransport::waitUntil(const std::function<bool()>& done)
     QEventLoop loop;
     QTimer timeout;
     timeout.setSingleShot(true);
+    timeout.setTimerType(Qt::PreciseTimer);  // the time allowed, never less
     auto check = [&] {
         if (done() || socket_.state() == QAbstractSocket::UnconnectedState)
             loop.quit();

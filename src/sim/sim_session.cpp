@@ -26,7 +26,7 @@ bool SimSession::start(QString* error)
     if (!log_.open(options_.logFile, error) || !loadModules(error) || !line_.open(error))
         return false;
     for (const Fault& fault : options_.faults)
-        line_.faults().add(fault);
+        line_.bus().faults().add(fault);
     return link_.publish(options_.portsDir, options_.name, line_.devicePath(), error);
 }
 
@@ -42,11 +42,11 @@ bool SimSession::loadModules(QString* error)
     // took a new address must not come back at its old one beside itself.
     if (!saved.isEmpty()) {
         for (const ModuleRecord& record : saved)
-            line_.addModule(SimModule(record, options_.seed));
+            line_.bus().addModule(SimModule(record, options_.seed));
         return true;
     }
     for (const ModuleAt& module : options_.modules)
-        line_.addModule(SimModule(simulatedModule(module.address, module.modelCode, options_.seed), options_.seed));
+        line_.bus().addModule(SimModule(simulatedModule(module.address, module.modelCode, options_.seed), options_.seed));
     return true;
 }
 
@@ -55,7 +55,7 @@ void SimSession::saveModules()
     if (options_.stateFile.isEmpty())
         return;
     QString error;
-    if (!saveState(options_.stateFile, line_.memories(), &error))
+    if (!saveState(options_.stateFile, line_.bus().memories(), &error))
         qWarning("velmor-sim: %s", qPrintable(error));
 }
 

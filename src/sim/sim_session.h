@@ -1,8 +1,8 @@
 #pragma once
 
-#include "frame_log.h"
 #include "serial/published_port.h"
 #include "sim_options.h"
+#include "traffic_trace.h"
 #include "virtual_line.h"
 
 #include <QObject>
@@ -11,7 +11,7 @@
 namespace velmor::sim {
 
 // One running velmor-sim: the modules (from the command line and the state
-// file), the line on its pseudo-terminal, the published link, the frame log
+// file), the line on its pseudo-terminal, the published link, the traffic trace
 // and the state kept after every change.
 class SimSession : public QObject {
     Q_OBJECT
@@ -34,7 +34,7 @@ private:
     SimOptions options_;
     VirtualLine line_;
     PublishedPort link_;
-    FrameLog log_;
+    TrafficTrace log_;
 };
 
 }  // namespace velmor::sim

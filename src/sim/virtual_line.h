@@ -1,19 +1,16 @@
 #pragma once
 
-#include "faults.h"
-#include "frame_log.h"
-#include "line_format.h"
+#include "module_bus.h"
 #include "pacing.h"
+#include "pseudo_terminal.h"
 #include "request_reader.h"
-#include "sim_module.h"
+#include "traffic_trace.h"
 
 #include <QByteArray>
 #include <QElapsedTimer>
 #include <QObject>
-#include <QSocketNotifier>
 #include <QString>
 
-#include <deque>
 #include <optional>
 
 namespace velmor::sim {
@@ -25,33 +22,25 @@ struct LineSettings {
     int vanishAfter = 0;        // the line disappears after this many exchanges; 0 never
 };
 
-// A line of simulated modules on a pseudo-terminal. The program opens the
-// slave side (devicePath) as its serial port; the line reads requests from
-// the master side and answers as the modules on a shared line would. The line
-// keeps its own descriptor of the slave open, so that the program may close
-// and reopen its port between exchanges without the master seeing a hang-up.
+// A line of simulated modules: the program opens the pseudo-terminal's slave
+// side (devicePath) as its serial port; the line reads requests from the
+// master side, hands each whole one to the modules on the bus, and paces
+// their answer back at the line's speed.
 class VirtualLine : public QObject {
     Q_OBJECT
 public:
     explicit VirtualLine(const LineSettings& settings, QObject* parent = nullptr);
-    ~VirtualLine() override;
 
     // Creates the pseudo-terminal; false with a message when the system refuses.
-    bool open(QString* error);
-    bool isOpen() const { return master_ >= 0; }
-    QString devicePath() const { return devicePath_; }
+    bool open(QString* error) { return terminal_.open(error); }
+    bool isOpen() const { return terminal_.isOpen(); }
+    QString devicePath() const { return terminal_.devicePath(); }
     // The settings the program on the line (or a serial server in front of
     // it) has set on the pseudo-terminal; empty while the line is closed.
-    std::optional<LineFormat> lineFormat() const;
+    std::optional<LineFormat> lineFormat() const { return terminal_.lineFormat(); }
 
-    // Modules may share an address: they answer together and collide.
-    // Faults name a module by the address it has when it is added here.
-    void addModule(const SimModule& module);
-    // The first module whose address is `address` now, or null.
-    SimModule* moduleAt(int address);
-    QList<ModuleRecord> memories() const;
-
-    FaultPlan& faults() { return faults_; }
+    ModuleBus& bus() { return bus_; }
+    const ModuleBus& bus() const { return bus_; }
 
     // Closes both ends now: the program's open port sees the far end disappear.
     void vanish();
@@ -63,29 +52,17 @@ signals:
     void vanished();
 
 private:
-    struct Entry {
-        SimModule module;
-        int faultAddress;
-        int exchanges = 0;
-    };
-
     void readRequests();
     void answer(const ReceivedRequest& request);
-    void writeBytes(const QByteArray& bytes);
-    void closeEnds();
 
     LineSettings settings_;
     QElapsedTimer clock_;
+    PseudoTerminal terminal_;
+    ModuleBus bus_;
     Pacer pacer_;
     RequestReader reader_;
-    FaultPlan faults_;
-    std::deque<Entry> modules_;
     int exchanges_ = 0;
     bool vanishDue_ = false;
-    int master_ = -1;
-    int slave_ = -1;
-    QSocketNotifier* notifier_ = nullptr;
-    QString devicePath_;
 };
 
 }  // namespace velmor::sim

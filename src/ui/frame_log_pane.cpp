@@ -1,6 +1,7 @@
 #include "frame_log_pane.h"
 
 #include "file_chooser.h"
+#include "link/exchange.h"
 #include "link/frame_log_csv.h"
 #include "link/operator_dialogs.h"
 #include "texts/frame_log.h"
@@ -45,7 +46,7 @@ FrameLogPane::FrameLogPane(const Exchange& exchange, FileChooser& files, Operato
     // title changes.
     toggleViewAction()->setText(pick(texts::frame_log::kMnuViewFrameLog, language));
     toggleViewAction()->setObjectName(QStringLiteral("MnuView_FrameLog"));
-    log_.follow(exchange);
+    connect(&exchange, &Exchange::frameLogged, &log_, &FrameLog::append);
 
     table_->setObjectName(QStringLiteral("FrameLogTable"));
     table_->setAccessibleName(pick(texts::frame_log::kTableName, language));

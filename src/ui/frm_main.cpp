@@ -245,7 +245,7 @@ void frmMain::Form_Load()
     state_.languageMode = languageMode;
     // The first port listed is the current module's (applyPorts).
     applyPorts(listPorts());
-    if (ports_.isEmpty())
+    if (lines_.isEmpty())
         dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::message::kNoComPort, language_));
     view_.showAll();
     frame3_->fields()->clearBoxes();
@@ -296,7 +296,7 @@ void frmMain::MnuFile_Open_Click()
     // listed now takes its place.
     applyPorts(listPorts());
     bar_->selectFirstPort();
-    if (!ports_.isEmpty())
+    if (!lines_.isEmpty())
         state_.current().portNumber = static_cast<qint16>(bar_->selectedPortNumber());
     view_.showAll();
 }
@@ -322,7 +322,7 @@ void frmMain::MnuFile_ExportReport_Click()
         return;
     }
     const ModuleRecord& record = state_.current();
-    const PortEntry* port = findPort(ports_, record.portNumber);
+    const PortEntry* port = lines_.find(record.portNumber);
     const ReportSubject subject{port ? port->name : QString::number(record.portNumber),
                                 state_.currentMask(),
                                 QDateTime::currentDateTime()};

@@ -4,6 +4,7 @@
 #include "grid_editing.h"
 #include "link/module_search.h"
 #include "link/operations.h"
+#include "link/port_lines.h"
 #include "model/module_table.h"
 #include "module_view.h"
 #include "serial/com_port.h"
@@ -118,7 +119,7 @@ private:
     QString configPath_;
     bool closePending_ = false;
     Operations operations_;
-    QList<PortEntry> ports_;
+    PortLines lines_;
     PortWatcher watcher_;
     bool flowRunning_ = false;
     PortSearchBar* bar_;

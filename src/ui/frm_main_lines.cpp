@@ -15,7 +15,6 @@
 #include <QSignalBlocker>
 #include <QTabBar>
 
-#include <algorithm>
 #include <type_traits>
 
 namespace velmor {
@@ -43,11 +42,11 @@ void frmMain::runSearch(int (Search::*body)(const QList<PortEntry>&, int))
         // The one-by-one search talks over the window's own exchange, which
         // the pane follows already; a search of all lines at once over its own.
         if constexpr (std::is_same_v<Search, ConcurrentSearch>)
-            frameLog_->log().follow(search);
+            connect(&search, &ConcurrentSearch::frameLogged, &frameLog_->log(), &FrameLog::append);
         connect(&search, &Search::lineBusy, this, [this](const PortEntry& port, const LineHolder& holder) {
             notify(Operations::lineBusyText(port.name, holder, language_));
         });
-        const int found = (search.*body)(ports_, bar_->selectedPortNumber());
+        const int found = (search.*body)(lines_.ports(), bar_->selectedPortNumber());
         markUnreadModules(search.unreadModules());
         // As if the operator had clicked the first module's tab.
         if (found > 0)
@@ -60,7 +59,7 @@ void frmMain::markUnreadModules(const QList<int>& unread)
     QStringList said;
     for (const int i : unread) {
         const ModuleRecord& module = state_.table.at(static_cast<size_t>(i));
-        const PortEntry* port = findPort(ports_, module.portNumber);
+        const PortEntry* port = lines_.find(module.portNumber);
         const QString text = pick(texts::message::kNotReadWholly, language_)
                                  .arg(QString::number(i + 1), port ? port->name : QString::number(module.portNumber),
                                       QString::number(module.busAddress));
@@ -89,21 +88,10 @@ void frmMain::applyPorts(const QList<PortEntry>& systemPorts)
 {
     // The watcher looks at the machine's ports only; the network lines follow them.
     watcher_.setKnown(systemPorts);
-    const QList<PortEntry> ports = withNetworkPorts(systemPorts, rememberedNetworkPorts());
-    // A port's number is its place in the list, which a new port may shift:
-    // the modules found keep their port by its device, not by its number.
-    for (ModuleRecord& module : state_.table) {
-        const PortEntry* before = findPort(ports_, module.portNumber);
-        const auto after = before ? std::find_if(ports.begin(), ports.end(),
-                                                 [&](const PortEntry& p) { return p.device == before->device; })
-                                  : ports.end();
-        if (after != ports.end())
-            module.portNumber = static_cast<qint16>(after->number);
-    }
-    ports_ = ports;
-    port_.setPorts(ports);
-    bar_->setPorts(ports);
-    if (!ports.isEmpty())
+    lines_.update(systemPorts, rememberedNetworkPorts(), state_.table);
+    port_.setPorts(lines_.ports());
+    bar_->setPorts(lines_.ports());
+    if (!lines_.isEmpty())
         state_.current().portNumber = static_cast<qint16>(bar_->selectedPortNumber());
 }
 
@@ -124,8 +112,8 @@ void frmMain::addNetworkPort()
     }
     rememberNetworkPort(address);
     applyPorts(listPorts());
-    const auto added = std::find_if(ports_.begin(), ports_.end(), [&](const PortEntry& p) { return p.device == address; });
-    if (added == ports_.end())
+    const std::optional<PortEntry> added = lines_.resolve(address);
+    if (!added)
         return;
     bar_->showPort(added->number);
     cmbComPort_Click(added->number);

@@ -234,7 +234,7 @@ void ConcurrentSearchTest::everyLinesFramesReachTheLogInTheirOrder()
     QVERIFY(a.isReady() && b.isReady());
     ListedSearch all;
     FrameLog log;
-    log.follow(all.search);
+    QObject::connect(&all.search, &ConcurrentSearch::frameLogged, &log, &FrameLog::append);
     QCOMPARE(all.run(), 2);
 
     QList<int> firstAndLast;

@@ -90,7 +90,7 @@ void ExchangeTest::tailOfAnEarlierReplyAheadDoesNotCompleteTheReplyEarly()
     LinkRig rig;
     rig.select(line, 5);
     FrameLog log;
-    log.follow(rig.operations.exchange());
+    QObject::connect(&rig.operations.exchange(), &Exchange::frameLogged, &log, &FrameLog::append);
     QVERIFY(rig.operations.readModuleInfo());
     VELMOR_COMPARE_SAID(rig.dialogs.texts());
     // The tail was skipped as late, and the reply read whole.
@@ -178,7 +178,7 @@ void ExchangeTest::pacedReplyIsTakenAsSoonAsItIsComplete()
     rig.select(line, 5);
     QSignalSpy chunks(&rig.port, &ComPort::dataArrived);
     FrameLog log;
-    log.follow(rig.operations.exchange());
+    QObject::connect(&rig.operations.exchange(), &Exchange::frameLogged, &log, &FrameLog::append);
     QVERIFY(rig.operations.readModuleInfo());
     // The bytes trickle in at 4800 baud, a chunk at a time; each is looked at
     // as it comes, and the reply is taken whole, without what follows it.

@@ -18,7 +18,7 @@ namespace {
 
 // The log of the rig's exchange, from now on.
 struct LoggedRig : LinkRig {
-    LoggedRig() { log.follow(operations.exchange()); }
+    LoggedRig() { QObject::connect(&operations.exchange(), &Exchange::frameLogged, &log, &FrameLog::append); }
     FrameLog log;
 };
 
@@ -220,7 +220,7 @@ void FrameLogTest::rowsOfAnExchangeInAnotherThreadArriveInTheLogsThread()
         port.setPorts(ports);
         RecordingDialogs dialogs;
         Operations operations(state, port, dialogs);
-        log.follow(operations.exchange());
+        QObject::connect(&operations.exchange(), &Exchange::frameLogged, &log, &FrameLog::append);
         read = operations.readModuleInfo();
     }));
     QSignalSpy finished(worker.get(), &QThread::finished);

@@ -3,9 +3,9 @@
 // do exactly what they do on the pseudo-terminal itself.
 
 #include "config/config_file.h"
+#include "link/frame_log.h"
 #include "link_rig.h"
 #include "protocol/replies.h"
-#include "link/frame_log.h"
 #include "support/ser2net_process.h"
 
 #include <QElapsedTimer>
@@ -123,7 +123,7 @@ void RemoteLineTest::runSession(Route route, Outcome& outcome)
     LinkRig rig;
     line.select(rig);
     FrameLog log;
-    log.follow(rig.operations.exchange());
+    QObject::connect(&rig.operations.exchange(), &Exchange::frameLogged, &log, &FrameLog::append);
     connect(&log, &FrameLog::appended, this, [&](const FrameRow& row) {
         if (row.direction == FrameDirection::Out)
             outcome.sent << row.frame;

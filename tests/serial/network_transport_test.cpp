@@ -161,9 +161,11 @@ void NetworkTransportTest::connectionThatIsNotTakenTimesOutWhileEventsRun()
     QVERIFY(!port.openDevice(listener.url()));
     const qint64 elapsed = clock.elapsed();
     QCOMPARE(port.openFailureReason(), QStringLiteral("Socket operation timed out"));
-    QVERIFY2(elapsed >= NetworkTransport::kConnectTimeoutMs * 95 / 100 && elapsed < NetworkTransport::kConnectTimeoutMs + 1000,
-             qPrintable(QString::number(elapsed)));
-    QVERIFY2(ticks >= NetworkTransport::kConnectTimeoutMs / 100 - 3, qPrintable(QString::number(ticks)));
+    // The whole time allowed was waited (the clock started before the wait's
+    // own timer, whole milliseconds apart), and events ran meanwhile; how many
+    // depends on the machine's load.
+    QVERIFY2(elapsed >= NetworkTransport::kConnectTimeoutMs - 1, qPrintable(QString::number(elapsed)));
+    QVERIFY2(ticks > 0, qPrintable(QString::number(ticks)));
 }
 
 void NetworkTransportTest::connectionEndingWhileOpenIsLostOnce()

@@ -142,14 +142,14 @@ private slots:
         settings.balanceDelayMs = 10;
         SimLine line({{1, 2}, {4, 0}}, settings);
         QSignalSpy changed(&line.line(), &VirtualLine::memoryChanged);
-        const QList<ModuleRecord> before = line.line().memories();
+        const QList<ModuleRecord> before = line.line().bus().memories();
         PtyPeer peer(line.devicePath());
         peer.exchange(request, 1, kQuietMs);
         QVERIFY2(peer.received().isEmpty(), peer.received().toHex(' ').constData());
         QCOMPARE(line.requests().size(), 1);  // heard, and left alone
         QVERIFY(line.replies().isEmpty());
         QCOMPARE(changed.size(), 0);
-        QCOMPARE(line.line().memories(), before);
+        QCOMPARE(line.line().bus().memories(), before);
     }
 
     void informationWriteAt255IsTakenByTheModuleOnTheLine()
@@ -386,9 +386,9 @@ private slots:
     void logLineShowsTimeDirectionAndTheFrameOnOneLine()
     {
         const QTime t(9, 5, 7, 42);
-        QCOMPARE(frameLogLine(t, Direction::Received, readInfoRequest(1).frame()),
+        QCOMPARE(trafficLine(t, Direction::Received, readInfoRequest(1).frame()),
                  QStringLiteral("09:05:07.042 > AA  AA  03  01  11  00  12"));
-        const QString sent = frameLogLine(t, Direction::Sent, QByteArray(kFullFrameLength, char(0xAA)));
+        const QString sent = trafficLine(t, Direction::Sent, QByteArray(kFullFrameLength, char(0xAA)));
         QVERIFY(sent.startsWith(QStringLiteral("09:05:07.042 < AA  AA")));
         QVERIFY(!sent.contains(QLatin1Char('\n')) && !sent.contains(QLatin1Char('\r')));
         QCOMPARE(sent.count(QStringLiteral("AA")), kFullFrameLength);

@@ -35,7 +35,7 @@ SimLine::SimLine(const QList<sim::ModuleAt>& modules, const sim::LineSettings& s
     , line_(settings)
 {
     for (const sim::ModuleAt& wanted : modules)
-        line_.addModule(sim::SimModule(sim::simulatedModule(wanted.address, wanted.modelCode, seed), seed));
+        line_.bus().addModule(sim::SimModule(sim::simulatedModule(wanted.address, wanted.modelCode, seed), seed));
     QObject::connect(&line_, &sim::VirtualLine::frameLogged, &line_,
                      [this](sim::Direction direction, const QByteArray& frame) {
                          frames_.append({direction, frame, QTime::currentTime()});
@@ -46,7 +46,7 @@ SimLine::SimLine(const QList<sim::ModuleAt>& modules, const sim::LineSettings& s
 
 sim::SimModule& SimLine::module(int address)
 {
-    sim::SimModule* found = line_.moduleAt(address);
+    sim::SimModule* found = line_.bus().moduleAt(address);
     if (!found)
         qFatal("SimLine: no module at address %d", address);
     return *found;
@@ -54,7 +54,7 @@ sim::SimModule& SimLine::module(int address)
 
 void SimLine::addFault(int address, sim::FaultKind kind, int at, int param)
 {
-    line_.faults().add({address, kind, at, param});
+    line_.bus().faults().add({address, kind, at, param});
 }
 
 bool SimLine::waitForReplies(int count, int timeoutMs)

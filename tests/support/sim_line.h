@@ -2,8 +2,8 @@
 
 #include "serial/published_port.h"
 #include "sim/faults.h"
-#include "sim/frame_log.h"
 #include "sim/sim_options.h"
+#include "sim/traffic_trace.h"
 #include "sim/virtual_line.h"
 
 #include <QByteArray>
@@ -59,7 +59,7 @@ public:
 
     // Faults name a module by the address it started at.
     void addFault(int address, sim::FaultKind kind, int at = 0, int param = -1);
-    void clearFaults() { line_.faults().clear(); }
+    void clearFaults() { line_.bus().faults().clear(); }
 
     const QList<LoggedFrame>& frames() const { return frames_; }
     QList<QByteArray> requests() const { return framesOf(sim::Direction::Received); }

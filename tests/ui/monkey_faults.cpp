@@ -27,7 +27,7 @@ constexpr int kTurnCount = static_cast<int>(std::size(kTurns));
 
 RecurringFaults::RecurringFaults(SimLine& line, int period, int horizon) : line_(line)
 {
-    const QList<ModuleRecord> modules = line.line().memories();
+    const QList<ModuleRecord> modules = line.line().bus().memories();
     for (int m = 0; m < modules.size(); ++m) {
         QHash<int, sim::FaultKind> plan;
         // Each module starts its turns elsewhere, so that a request to every
@@ -62,7 +62,7 @@ void RecurringFaults::requestTaken(const QByteArray& frame)
         return;
     // The modules' addresses as they are now: an information write may have
     // moved one.
-    const QList<ModuleRecord> modules = line_.line().memories();
+    const QList<ModuleRecord> modules = line_.line().bus().memories();
     for (int m = 0; m < modules.size() && m < exchanges_.size(); ++m) {
         if (!sim::SimModule(modules[m], 0).addressedBy(frame))
             continue;

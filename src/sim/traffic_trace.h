@@ -14,10 +14,10 @@ enum class Direction {
 
 // "hh:mm:ss.zzz > AA  AA  03  ..." with the frame in the program's display
 // form, on one line.
-QString frameLogLine(const QTime& time, Direction direction, QByteArrayView frame);
+QString trafficLine(const QTime& time, Direction direction, QByteArrayView frame);
 
-// Where the frame log goes: standard error, or a file that grows across runs.
-class FrameLog {
+// Where the traffic trace goes: standard error, or a file that grows across runs.
+class TrafficTrace {
 public:
     // An empty path means standard error.
     bool open(const QString& path, QString* error);

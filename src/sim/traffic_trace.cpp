@@ -1,4 +1,4 @@
-#include "frame_log.h"
+#include "traffic_trace.h"
 
 #include "protocol/frame_text.h"
 
@@ -6,7 +6,7 @@
 
 namespace velmor::sim {
 
-QString frameLogLine(const QTime& time, Direction direction, QByteArrayView frame)
+QString trafficLine(const QTime& time, Direction direction, QByteArrayView frame)
 {
     QString text = frameToText(frame);
     text.remove(QStringLiteral("\r\n"));
@@ -16,7 +16,7 @@ QString frameLogLine(const QTime& time, Direction direction, QByteArrayView fram
     return time.toString(QStringLiteral("hh:mm:ss.zzz")) + QLatin1Char(' ') + arrow + QLatin1Char(' ') + text;
 }
 
-bool FrameLog::open(const QString& path, QString* error)
+bool TrafficTrace::open(const QString& path, QString* error)
 {
     bool ok = false;
     if (path.isEmpty()) {
@@ -32,11 +32,11 @@ bool FrameLog::open(const QString& path, QString* error)
     return ok;
 }
 
-void FrameLog::write(Direction direction, QByteArrayView frame)
+void TrafficTrace::write(Direction direction, QByteArrayView frame)
 {
     if (!file_.isOpen())
         return;
-    file_.write((frameLogLine(QTime::currentTime(), direction, frame) + QLatin1Char('\n')).toUtf8());
+    file_.write((trafficLine(QTime::currentTime(), direction, frame) + QLatin1Char('\n')).toUtf8());
 }
 
 }  // namespace velmor::sim

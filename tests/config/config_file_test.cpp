@@ -1,7 +1,7 @@
 #include "config/config_file.h"
 #include "config/config_image.h"
 #include "config/config_location.h"
-#include "config_fixtures.h"
+#include "config_testkit.h"
 
 #include <QDir>
 #include <QFile>

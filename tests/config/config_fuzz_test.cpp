@@ -1,6 +1,6 @@
 #include "config/config_file.h"
 #include "config/config_image.h"
-#include "config_fixtures.h"
+#include "config_testkit.h"
 
 #include <QFile>
 #include <QRandomGenerator>

@@ -1,5 +1,5 @@
 #include "config/config_image.h"
-#include "config_fixtures.h"
+#include "config_testkit.h"
 
 #include <QTest>
 

@@ -1,6 +1,7 @@
 // The frequency dialog as the operator meets it: opened over a cut-off cell,
 // typed into, an option clicked, OK, Cancel and the keyboard. The caller's side
 // (acceptFrequencyDialog after Accepted) runs on a copy of the record.
+#include "child_control.h"
 #include "edit/frequency_dialog_rules.h"
 #include "model/models.h"
 #include "ui/frm_frequence.h"
@@ -15,6 +16,7 @@
 #include <QTest>
 
 using namespace velmor;
+using velmor::testing::child;
 
 Q_DECLARE_METATYPE(velmor::Language)
 
@@ -30,23 +32,6 @@ ModuleRecord moduleWith(int filterType)
     for (int c = 0; c < kWiredChannels; ++c)
         module.channels[static_cast<size_t>(c)].cutoff = 1000 + c;  // distinct, to see which rows change
     return module;
-}
-
-// The control of that object name, or the test ends: a missing control is a
-// defect of the dialog, not of the test.
-template <typename T>
-T* child(QWidget& dialog, const QString& name)
-{
-    T* found = dialog.findChild<T*>(name);
-    if (!found)
-        qFatal("no %s", qPrintable(name));
-    return found;
-}
-
-template <typename T>
-T* child(QWidget& dialog, const char* name)
-{
-    return child<T>(dialog, QString::fromLatin1(name));
 }
 
 QLineEdit* txtEdit(QWidget& dialog)

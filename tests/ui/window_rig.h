@@ -1,5 +1,6 @@
 #pragma once
 
+#include "child_control.h"
 #include "link_rig.h"
 #include "serial/port_list.h"
 #include "support/sim_line.h"
@@ -17,23 +18,6 @@ namespace velmor::testing {
 
 inline constexpr int kChinese = 1;
 inline constexpr int kEnglish = 2;
-
-// The control of that object name, or the test ends: a missing control is a
-// defect of the window, not of the test.
-template <typename T>
-T* child(QWidget& window, const QString& name)
-{
-    T* found = window.findChild<T*>(name);
-    if (!found)
-        qFatal("no %s", qPrintable(name));
-    return found;
-}
-
-template <typename T>
-T* child(QWidget& window, const char* name)
-{
-    return child<T>(window, QString::fromLatin1(name));
-}
 
 // The window with a port and a module's address chosen, as an operator picks
 // them in the two lists.

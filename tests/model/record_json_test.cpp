@@ -1,7 +1,7 @@
 // The JSON form of a module record: exact key names, a lossless round trip,
 // tolerance of missing keys, clear refusal of wrong types, no crash on any input.
 
-#include "sim/sim_values.h"
+#include "records.h"
 
 #include "model/record_json.h"
 
@@ -12,7 +12,7 @@
 
 using namespace velmor;
 
-class SimRecordJsonTest : public QObject {
+class RecordJsonTest : public QObject {
     Q_OBJECT
 
 private slots:
@@ -49,7 +49,8 @@ private slots:
 
     void roundTripKeepsEveryField()
     {
-        ModuleRecord original = sim::simulatedModule(12, 3, 99);
+        std::mt19937 rng(99);
+        ModuleRecord original = testkit::randomWireRecord(rng);
         original.portNumber = -3;
         original.infoTail[35] = 200;
         original.channels[2].sensitivity = 1.2345f;
@@ -65,7 +66,8 @@ private slots:
 
     void missingKeysKeepTheRecordsValues()
     {
-        ModuleRecord record = sim::simulatedModule(1, 2, 1);
+        std::mt19937 rng(1);
+        ModuleRecord record = testkit::randomWireRecord(rng);
         const ModuleRecord before = record;
         QJsonObject json{{"moduleNumber", 4242}, {"channels", QJsonArray{QJsonObject{{"gain", 3}}}}};
         QVERIFY(recordFromJson(json, record, nullptr));
@@ -156,5 +158,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(SimRecordJsonTest)
-#include "sim_record_json_test.moc"
+QTEST_GUILESS_MAIN(RecordJsonTest)
+#include "record_json_test.moc"

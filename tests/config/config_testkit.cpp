@@ -1,4 +1,4 @@
-#include "config_fixtures.h"
+#include "config_testkit.h"
 
 namespace velmor::test {
 

@@ -22,12 +22,6 @@ constexpr int kAdjustColumns = 8;
 constexpr double kGainCoefScale = 100.0;  // hundredths
 constexpr double kZeroCoefScale = 10.0;   // tenths
 
-constexpr double kTwipsPerInch = 1440.0;
-constexpr int kEditorLeftInset = 32;  // twips
-constexpr int kEditorTopInset = 8;
-constexpr int kEditorNarrower = 50;
-constexpr int kEditorLower = 24;
-
 bool isZeroAdjustColumn(int column)
 {
     return column <= kAdjustZeroColumns;
@@ -91,11 +85,6 @@ qint32 roundedToField(double value)
 ChannelRecord& channelOfRow(ModuleRecord& module, int row)
 {
     return module.channels[static_cast<size_t>(row - 1)];
-}
-
-int twipsToPixels(int twips, double dpi)
-{
-    return qRound(twips * dpi / kTwipsPerInch);
 }
 
 }  // namespace
@@ -169,14 +158,6 @@ EditResult answerTrimRows(TrimGrid grid, ModuleRecord& module, RowSpan rows, int
         result.stored = true;
     }
     return result;
-}
-
-QRect trimEditorRect(QRect cellRect, double dpi)
-{
-    const int width = std::max(0, cellRect.width() - twipsToPixels(kEditorNarrower, dpi));
-    const int height = std::max(0, cellRect.height() - twipsToPixels(kEditorLower, dpi));
-    return QRect(cellRect.left() + twipsToPixels(kEditorLeftInset, dpi),
-                 cellRect.top() + twipsToPixels(kEditorTopInset, dpi), width, height);
 }
 
 }  // namespace velmor

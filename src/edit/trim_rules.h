@@ -5,7 +5,6 @@
 #include "model/module_table.h"
 #include "texts/language.h"
 
-#include <QRect>
 #include <QString>
 
 // Editing rules of the adjust grid MSHGridNoOperate (zeroAdjustTable in columns
@@ -65,12 +64,5 @@ TrimPrompt trimPrompt(TrimGrid grid, Language language);
 // Calibration: scaled by 100 (gain) or 10 (zero) and rounded, as in typing; the
 // cells show the answer as typed.
 EditResult answerTrimRows(TrimGrid grid, ModuleRecord& module, RowSpan rows, int column, const QString& answer);
-
-// Where the in-place editor goes over a cell: inset by 32 twips on the left and
-// 8 at the top, 50 twips narrower and 24 lower, so that the grid lines stay
-// visible. Each of the four amounts is converted on its own (twips x dpi / 1440)
-// and rounded to the nearest pixel; at 96 dpi that is 2, 1, 3 and 2 pixels. A
-// size never goes below 0.
-QRect trimEditorRect(QRect cellRect, double dpi);
 
 }  // namespace velmor

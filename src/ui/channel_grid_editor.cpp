@@ -1,5 +1,6 @@
 #include "channel_grid_editor.h"
 
+#include "cell_box.h"
 #include "cell_grid.h"
 #include "edit/grid_cells.h"
 #include "frm_frequence.h"
@@ -53,8 +54,7 @@ bool isPrompt(EditorKind kind) { return kind == EditorKind::WholeNumberPrompt ||
 }  // namespace
 
 ChannelGridEditor::ChannelGridEditor(CellGrid* grid, SetupState& state, OperatorDialogs& dialogs, Language language)
-    : QObject(grid)
-    , grid_(grid)
+    : GridEditor(grid)
     , state_(state)
     , dialogs_(dialogs)
     , language_(language)
@@ -62,13 +62,13 @@ ChannelGridEditor::ChannelGridEditor(CellGrid* grid, SetupState& state, Operator
     , caption_(new QLabel)
     , cmbGain_(new QComboBox(grid->viewport()))
     , txtOperate_(new QLineEdit(grid->viewport()))
+    , listCell_(new CellBox(cmbGain_, grid, CellBox::Fit::WholeCell))
+    , typedCell_(new CellBox(txtOperate_, grid, CellBox::Fit::WholeCell))
 {
     cmbGain_->setObjectName(QStringLiteral("cmbGain"));
     txtOperate_->setObjectName(QStringLiteral("txtOperate"));
     caption_->setObjectName(QStringLiteral("lblOperateEditor"));
     caption_->setBuddy(cmbGain_);
-    cmbGain_->hide();
-    txtOperate_->hide();
     caption_->hide();
     auto* layout = new QHBoxLayout(strip_);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -90,7 +90,8 @@ ChannelGridEditor::ChannelGridEditor(CellGrid* grid, SetupState& state, Operator
         const bool whole = column_ == kBalanceColumn || column_ == kZeroAdjustColumn || column_ == kGainAdjustColumn;
         return whole ? FilterDigitKey(key) : decimalKeyFor(key, box);
     });
-    txtOperate_->installEventFilter(this);
+    for (CellBox* box : {listCell_, typedCell_})
+        connect(box, &CellBox::escaped, this, &ChannelGridEditor::close);
     grid_->installEventFilter(this);
     grid_->cellModel()->setPictures(kAutoBalanceColumn,
                                     {{pick(texts::grid::kAutoBalanceChosen, language), togglePicture(true)},
@@ -106,8 +107,8 @@ ModuleRecord& ChannelGridEditor::module() { return state_.current(); }
 void ChannelGridEditor::close()
 {
     row_ = 0;
-    txtOperate_->hide();
-    cmbGain_->hide();
+    typedCell_->close();
+    listCell_->close();
     for (QRadioButton* option : Option1_)
         option->hide();
     // The caption shows only with an open editor: an empty one would read as a defect.
@@ -128,7 +129,7 @@ void ChannelGridEditor::cellReleased(int row, int column, RowSpan rows)
         askNumber(editor, column, rows);
         break;
     case EditorKind::Toggle:
-        show(toggleAutoBalance(state_.currentMask(), row, language_));
+        showEdit(toggleAutoBalance(state_.currentMask(), row, language_));
         break;
     case EditorKind::FrequencyDialog:
         openFrequencyDialog(row, rows);
@@ -148,16 +149,14 @@ void ChannelGridEditor::openList(const ChannelEditor& editor, int row, int colum
     cmbGain_->setCurrentIndex(-1);
     column_ = column;
     listRows_ = rows;
-    cmbGain_->setGeometry(grid_->visualRect(grid_->model()->index(row - 1, column)));
-    cmbGain_->show();
-    cmbGain_->setFocus();
+    listCell_->open(row, column);
     cmbGain_->showPopup();
 }
 
 void ChannelGridEditor::cmbGain_Click(int item)
 {
-    cmbGain_->hide();
-    show(chooseListItem(module(), column_, item, listRows_, language_));
+    listCell_->close();
+    showEdit(chooseListItem(module(), column_, item, listRows_, language_));
 }
 
 void ChannelGridEditor::askNumber(const ChannelEditor& editor, int column, RowSpan rows)
@@ -169,7 +168,7 @@ void ChannelGridEditor::askNumber(const ChannelEditor& editor, int column, RowSp
     // An answer that is not a number (or a negative one) changes nothing.
     if (result.cells.isEmpty())
         message();
-    show(result);
+    showEdit(result);
 }
 
 void ChannelGridEditor::openFrequencyDialog(int row, RowSpan rows)
@@ -177,7 +176,7 @@ void ChannelGridEditor::openFrequencyDialog(int row, RowSpan rows)
     const QString cell = grid_->cellModel()->cellText(row, kCutoffColumn);
     frmFrequence dialog(module(), formatNumber(leadingNumber(cell), kDialogPicture), language_, grid_->window());
     if (dialog.exec() == QDialog::Accepted)
-        show(acceptFrequencyDialog(dialog.state(), module(), rows));
+        showEdit(acceptFrequencyDialog(dialog.state(), module(), rows));
 }
 
 bool ChannelGridEditor::startTyping(const QKeyEvent& key)
@@ -205,9 +204,7 @@ bool ChannelGridEditor::startTyping(const QKeyEvent& key)
     // number), only the choices are worked out from it.
     showChoices(txtOperate_->text());
     txtOperate_->selectAll();
-    txtOperate_->setGeometry(grid_->visualRect(current));
-    txtOperate_->show();
-    txtOperate_->setFocus();
+    typedCell_->open(row_, column_);
     // The key that opened the box is its first key, through its filter.
     QKeyEvent typed(QEvent::KeyPress, key.key(), key.modifiers(), key.text());
     QCoreApplication::sendEvent(txtOperate_, &typed);
@@ -241,10 +238,10 @@ void ChannelGridEditor::txtOperate_LostFocus()
     const int row = row_;
     row_ = 0;
     if (column_ == kCutoffColumn) {
-        show(takeCutoff(module(), row, entry_, Option1_[1]->isChecked() ? 1 : 0));
+        showEdit(takeCutoff(module(), row, entry_, Option1_[1]->isChecked() ? 1 : 0));
     } else {
         const QString cell = grid_->cellModel()->cellText(row, column_);
-        show(typeIntoCell(module(), row, column_, cell, txtOperate_->text(), language_));
+        showEdit(typeIntoCell(module(), row, column_, cell, txtOperate_->text(), language_));
     }
     close();
 }
@@ -255,7 +252,7 @@ void ChannelGridEditor::Option1_Click(int option)
         return;
     const int row = row_;
     row_ = 0;
-    show(takeCutoff(module(), row, entry_, option));
+    showEdit(takeCutoff(module(), row, entry_, option));
     close();
 }
 
@@ -266,19 +263,7 @@ bool ChannelGridEditor::eventFilter(QObject* watched, QEvent* event)
     const auto* key = static_cast<const QKeyEvent*>(event);
     if (watched == grid_ && !txtOperate_->isVisible())
         return startTyping(*key);
-    if (watched == txtOperate_ && key->key() == Qt::Key_Escape) {
-        close();  // put away, nothing stored
-        grid_->setFocus();
-        return true;
-    }
     return false;
-}
-
-void ChannelGridEditor::show(const EditResult& result)
-{
-    const QList<int> rows = grid_->showEdit(result);
-    if (!rows.isEmpty())
-        emit stored(rows);
 }
 
 void ChannelGridEditor::message()

@@ -2,11 +2,10 @@
 
 #include "edit/cell_updates.h"
 #include "edit/channel_rules.h"
+#include "grid_editor.h"
 #include "link/operator_dialogs.h"
 #include "model/module_table.h"
 #include "texts/language.h"
-
-#include <QObject>
 
 #include <array>
 
@@ -19,6 +18,7 @@ class QWidget;
 
 namespace velmor {
 
+class CellBox;
 class CellGrid;
 
 // The editors of the channel grid MSHGridOperate: the shared list cmbGain,
@@ -26,7 +26,7 @@ class CellGrid;
 // txtOperate for a value typed straight into a cell, with the two cut-off
 // choices Option1. What a click opens and what an answer stores are the
 // rules' business (edit/channel_rules.h); this class only asks and shows.
-class ChannelGridEditor : public QObject {
+class ChannelGridEditor : public GridEditor {
     Q_OBJECT
 public:
     ChannelGridEditor(CellGrid* grid, SetupState& state, OperatorDialogs& dialogs, Language language);
@@ -35,10 +35,6 @@ public:
     QWidget* strip() const { return strip_; }
     // Puts every editor away without storing anything (another module is shown).
     void close();
-
-signals:
-    // The record of the current module changed in these rows (1-based).
-    void stored(const QList<int>& rows);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -57,11 +53,9 @@ private:
     bool showChoices(const QString& text);
     void txtOperate_LostFocus();
     void Option1_Click(int option);
-    void show(const EditResult& result);
     void message();
     ModuleRecord& module();
 
-    CellGrid* grid_;
     SetupState& state_;
     OperatorDialogs& dialogs_;
     Language language_;
@@ -69,6 +63,8 @@ private:
     QLabel* caption_;
     QComboBox* cmbGain_;
     QLineEdit* txtOperate_;
+    CellBox* listCell_;
+    CellBox* typedCell_;
     std::array<QRadioButton*, 2> Option1_{};
     FrequencyEntry entry_;
     // The cell txtOperate edits, and the rows the list's choice goes to.

@@ -1,5 +1,6 @@
 #include "trim_grid_editor.h"
 
+#include "cell_box.h"
 #include "cell_grid.h"
 #include "edit/grid_cells.h"
 #include "key_filter.h"
@@ -7,27 +8,25 @@
 #include "texts/message.h"
 
 #include <QItemSelection>
-#include <QKeyEvent>
 #include <QLineEdit>
 
 namespace velmor {
 
 TrimGridEditor::TrimGridEditor(TrimGrid kind, CellGrid* grid, SetupState& state, OperatorDialogs& dialogs,
                                Language language)
-    : QObject(grid)
+    : GridEditor(grid)
     , kind_(kind)
-    , grid_(grid)
     , state_(state)
     , dialogs_(dialogs)
     , language_(language)
     , box_(new QLineEdit(grid->viewport()))
+    , cell_(new CellBox(box_, grid, CellBox::Fit::Inset))
 {
     box_->setObjectName(kind == TrimGrid::Adjust ? QStringLiteral("txtEdit") : QStringLiteral("txtCalibration"));
     box_->setAccessibleName(grid->accessibleName());
-    box_->hide();
     if (kind == TrimGrid::Adjust)
         filterDigitKeys(box_);
-    box_->installEventFilter(this);
+    connect(cell_, &CellBox::escaped, this, [this] { row_ = 0; });
     connect(box_, &QLineEdit::textChanged, this, &TrimGridEditor::box_Change);
     connect(box_, &QLineEdit::editingFinished, this, &TrimGridEditor::box_LostFocus);
     connect(grid_, &CellGrid::cellReleased, this, &TrimGridEditor::cellReleased);
@@ -36,7 +35,7 @@ TrimGridEditor::TrimGridEditor(TrimGrid kind, CellGrid* grid, SetupState& state,
 void TrimGridEditor::close()
 {
     row_ = 0;
-    box_->hide();
+    cell_->close();
 }
 
 void TrimGridEditor::cellReleased(int row, int column, RowSpan rows)
@@ -54,12 +53,8 @@ void TrimGridEditor::openBox(int row, int column)
 {
     row_ = row;
     column_ = column;
-    const QModelIndex cell = grid_->model()->index(row - 1, column);
-    // Inset from the cell so that the grid lines stay visible.
-    box_->setGeometry(trimEditorRect(grid_->visualRect(cell), grid_->logicalDpiX()));
     box_->setText(grid_->cellModel()->cellText(row, column));
-    box_->show();
-    box_->setFocus();
+    cell_->open(row, column);
 }
 
 void TrimGridEditor::askRows(int column, RowSpan rows)
@@ -74,7 +69,7 @@ void TrimGridEditor::askRows(int column, RowSpan rows)
     grid_->selectionModel()->setCurrentIndex(bottom, QItemSelectionModel::NoUpdate);
     if (answer.trimmed().isEmpty())
         return;
-    show(answerTrimRows(kind_, state_.current(), rows, column, answer));
+    showMarked(answerTrimRows(kind_, state_.current(), rows, column, answer));
 }
 
 void TrimGridEditor::box_Change(const QString& text)
@@ -93,31 +88,18 @@ void TrimGridEditor::box_LostFocus()
     const int row = row_;
     row_ = 0;
     const QString cell = grid_->cellModel()->cellText(row, column_);
-    show(typeIntoTrimCell(kind_, state_.current(), row, column_, cell, box_->text()));
-    box_->hide();
+    showMarked(typeIntoTrimCell(kind_, state_.current(), row, column_, cell, box_->text()));
+    cell_->close();
 }
 
-bool TrimGridEditor::eventFilter(QObject* watched, QEvent* event)
+void TrimGridEditor::showMarked(const EditResult& result)
 {
-    if (watched == box_ && event->type() == QEvent::KeyPress
-        && static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-        close();  // put away, nothing stored
-        grid_->setFocus();
-        return true;
-    }
-    return false;
-}
-
-void TrimGridEditor::show(const EditResult& result)
-{
-    const QList<int> rows = grid_->showEdit(result);
+    showEdit(result);
     // An adjust value out of its range stays shown while the record keeps
     // the old one; such a cell is marked, so that nobody takes it for sent.
     if (kind_ == TrimGrid::Adjust)
         grid_->cellModel()->markUnstored(adjustGridCells(state_.current(), language_),
                                          pick(texts::grid::kShownNotStored, language_));
-    if (!rows.isEmpty())
-        emit stored(rows);
 }
 
 }  // namespace velmor

@@ -7,11 +7,10 @@
 namespace velmor {
 
 // The window's sizes are given in twips, 1440 to the inch; they become pixels
-// at the screen's logical resolution.
-inline int twipsToPixels(int twips, const QWidget* widget)
-{
-    return static_cast<int>(std::lround(twips * widget->logicalDpiX() / 1440.0));
-}
+// at the screen's logical resolution, rounded to the nearest.
+inline int twipsToPixels(int twips, double dpi) { return static_cast<int>(std::lround(twips * dpi / 1440.0)); }
+
+inline int twipsToPixels(int twips, const QWidget* widget) { return twipsToPixels(twips, widget->logicalDpiX()); }
 
 // Widths of the main window in twips. The frames, their grid and the module
 // tabs keep these distances to the window's inner width at every size.

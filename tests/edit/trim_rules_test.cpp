@@ -140,8 +140,6 @@ private slots:
     void dragStopsAtTheModulesLastChannel();
     void promptTextsDifferBetweenTheGrids_data();
     void promptTextsDifferBetweenTheGrids();
-    void editorRectIsInsetInTwips_data();
-    void editorRectIsInsetInTwips();
 };
 
 void TrimRulesTest::typing256IntoZeroAdjustWarnsAtOnce()
@@ -548,29 +546,6 @@ void TrimRulesTest::promptTextsDifferBetweenTheGrids()
     const TrimPrompt prompt = trimPrompt(grid, language);
     QCOMPARE(prompt.title, title);
     QCOMPARE(prompt.text, text);
-}
-
-void TrimRulesTest::editorRectIsInsetInTwips_data()
-{
-    QTest::addColumn<QRect>("cell");
-    QTest::addColumn<double>("dpi");
-    QTest::addColumn<QRect>("editor");
-    // 96 dpi: 32 twips = 2.13 px -> 2, 8 = 0.53 -> 1, 50 = 3.33 -> 3, 24 = 1.6 -> 2.
-    QTest::newRow("96 dpi") << QRect(100, 40, 80, 24) << 96.0 << QRect(102, 41, 77, 22);
-    // 144 dpi: 3.2 -> 3, 0.8 -> 1, 5, 2.4 -> 2.
-    QTest::newRow("144 dpi") << QRect(0, 0, 120, 36) << 144.0 << QRect(3, 1, 115, 34);
-    // 192 dpi: 4.27 -> 4, 1.07 -> 1, 6.67 -> 7, 3.2 -> 3.
-    QTest::newRow("192 dpi") << QRect(10, 20, 160, 48) << 192.0 << QRect(14, 21, 153, 45);
-    QTest::newRow("1440 dpi is one pixel a twip") << QRect(0, 0, 1000, 300) << 1440.0 << QRect(32, 8, 950, 276);
-    QTest::newRow("cell smaller than the insets") << QRect(5, 5, 2, 1) << 96.0 << QRect(7, 6, 0, 0);
-}
-
-void TrimRulesTest::editorRectIsInsetInTwips()
-{
-    QFETCH(QRect, cell);
-    QFETCH(double, dpi);
-    QFETCH(QRect, editor);
-    QCOMPARE(trimEditorRect(cell, dpi), editor);
 }
 
 QTEST_APPLESS_MAIN(TrimRulesTest)

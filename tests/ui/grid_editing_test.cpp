@@ -9,6 +9,7 @@
 #include "protocol/frame.h"
 #include "protocol/frame_text.h"
 #include "protocol/rebuilt_frames.h"
+#include "ui/cell_box.h"
 #include "ui/cell_grid.h"
 #include "ui/frm_frequence.h"
 
@@ -18,6 +19,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 
@@ -95,6 +97,7 @@ private slots:
     void aZeroAdjustOf256WarnsAtOnceAndStaysShownUnstored();
     void aDragOverFourRowsAnswered2000Stores1023();
     void aTypedCoefficientIsStoredInHundredths();
+    void anOpenEditorFollowsItsCellWhenTheGridScrollsOrTheWindowIsResized();
     void sendWritesWhatTheGridsShow();
 };
 
@@ -357,6 +360,34 @@ void GridEditingTest::aTypedCoefficientIsStoredInHundredths()
     QTest::keyClick(box, Qt::Key_Return);
     QCOMPARE(m.channel(2).gainCoef[10], 125);
     QCOMPARE(cellText(grid, 3, 11), QStringLiteral("1.25"));
+}
+
+void GridEditingTest::anOpenEditorFollowsItsCellWhenTheGridScrollsOrTheWindowIsResized()
+{
+    ReadModule m(kTmC16);
+    m.window().TabStrip1_Click(1);
+    m.window().resize(m.window().minimumSize());
+    CellGrid* grid = m.grid("MSHGridNoOperate");
+    const auto insetCell = [grid](int row, int column) {
+        return CellBox::insetRect(grid->visualRect(grid->model()->index(row - 1, column)), grid->logicalDpiX());
+    };
+    QVERIFY(grid->verticalScrollBar()->maximum() > 0);  // not every row shows at this size
+    grid->scrollTo(grid->model()->index(15, 7));
+    clickCell(grid, 16, 7);
+    auto* box = child<QLineEdit>(m.window(), "txtEdit");
+    QVERIFY(box->isVisible());
+    const QRect opened = box->geometry();
+    QCOMPARE(opened, insetCell(16, 7));
+
+    grid->verticalScrollBar()->setValue(grid->verticalScrollBar()->value() - 1);
+    QVERIFY(insetCell(16, 7) != opened);
+    QCOMPARE(box->geometry(), insetCell(16, 7));
+
+    const QRect scrolled = box->geometry();
+    m.window().resize(1920, 1080);
+    QVERIFY(insetCell(16, 7) != scrolled);
+    QCOMPARE(box->geometry(), insetCell(16, 7));
+    QVERIFY(box->isVisible());
 }
 
 void GridEditingTest::sendWritesWhatTheGridsShow()

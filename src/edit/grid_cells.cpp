@@ -1,5 +1,6 @@
 #include "grid_cells.h"
 
+#include "model/capabilities.h"
 #include "model/models.h"
 
 #include "model/number_text.h"
@@ -150,6 +151,27 @@ QString calibrationCellText(int modelCode, const ChannelRecord& channel, int col
     if (column > gains && column <= gains + zeroCoefColumns(modelCode))
         return formatNumber(entry(channel.zeroCoef, column - 1 - gains) / 10.0, kTenthsPicture);
     return QString();
+}
+
+QList<InfoCell> moduleInfoCells(const ModuleRecord& record, const QString& lineName, Language language)
+{
+    const auto capability = [&](Capability c) { return capabilityText(record, c, language); };
+    return {
+        {pick(texts::grid::kPortLabel, language), lineName},
+        {pick(texts::grid::kModuleLabel, language), QString::number(record.busAddress)},
+        {pick(texts::grid::kModelLabel, language), capability(Capability::Model)},
+        {pick(texts::grid::kNumberLabel, language), QString::number(record.moduleNumber)},
+        {pick(texts::grid::kVersionLabel, language), QString::number(record.version)},
+        {pick(texts::grid::kBalanceLabel, language), capability(Capability::Balance)},
+        {pick(texts::grid::kExcitationLabel, language), capability(Capability::Excitation)},
+        {pick(texts::grid::kCouplingLabel, language), capability(Capability::AcCoupling)},
+        {pick(texts::grid::kFilterLabel, language), capability(Capability::Filter)},
+        {pick(texts::grid::kHoldLabel, language), capability(Capability::Hold)},
+        {pick(texts::grid::kZeroAdjustLabel, language), capability(Capability::Zero)},
+        {pick(texts::grid::kGainAdjustLabel, language), capability(Capability::Adjust)},
+        {pick(texts::grid::kGainLabel, language), capability(Capability::Gain)},
+        {pick(texts::grid::kIntegralLabel, language), capability(Capability::Integral)},
+    };
 }
 
 GridCells calibrationGridCells(const ModuleRecord& record, Language language)

@@ -65,6 +65,17 @@ QString adjustCellText(const ChannelRecord& channel, int column);
 GridCells calibrationGridCells(const ModuleRecord& record, Language language);
 QString calibrationCellText(int modelCode, const ChannelRecord& channel, int column);
 
+// One row of the module-information panel: its label and its value.
+struct InfoCell {
+    QString label;
+    QString value;
+};
+
+// The module-information panel's rows: the line, the address, the model,
+// the module number and version, then the capabilities in panel order.
+QList<InfoCell> moduleInfoCells(const ModuleRecord& record, const QString& lineName, Language language);
+inline constexpr int kInfoModelRow = 2;
+
 // How many gain-coefficient columns the coefficient grid has for a model (4 or 11),
 // and how many zero-coefficient columns follow them (4 or 0).
 int gainCoefColumns(int modelCode);

@@ -36,21 +36,6 @@ td.frame { font-family: "DejaVu Sans Mono", "Liberation Mono", monospace; white-
 .section { page-break-inside: avoid; }
 )";
 
-// The module-information panel's rows after the line and the address: the
-// model, the module number and version, then the capabilities in panel order.
-struct InfoRow {
-    const Text& label;
-    int capability;  // index into kListedCapabilities, or one of the two numbers below
-};
-constexpr int kNumberRow = -1;
-constexpr int kVersionRow = -2;
-constexpr InfoRow kInfoRows[] = {
-    {texts::grid::kModelLabel, 0},      {texts::grid::kNumberLabel, kNumberRow}, {texts::grid::kVersionLabel, kVersionRow},
-    {texts::grid::kBalanceLabel, 2},    {texts::grid::kExcitationLabel, 1},      {texts::grid::kCouplingLabel, 3},
-    {texts::grid::kFilterLabel, 5},     {texts::grid::kHoldLabel, 6},            {texts::grid::kZeroAdjustLabel, 7},
-    {texts::grid::kGainAdjustLabel, 8}, {texts::grid::kGainLabel, 4},            {texts::grid::kIntegralLabel, 9},
-};
-
 // Label and value pairs side by side, two pairs to a row, so that the
 // information takes half the height of a list.
 constexpr int kPairsPerRow = 2;
@@ -95,30 +80,16 @@ QString section(const QString& title, const QString& table)
     return QStringLiteral("<div class=\"section\">\n") + heading(title) + table + QStringLiteral("</div>\n");
 }
 
-QString infoValue(const ModuleRecord& record, const InfoRow& row, Language language)
-{
-    if (row.capability == kNumberRow)
-        return QString::number(record.moduleNumber);
-    if (row.capability == kVersionRow)
-        return QString::number(record.version);
-    return capabilityText(record, kListedCapabilities[row.capability], language);
-}
-
 QString infoTable(const ModuleRecord& record, const ReportSubject& subject, Language language)
 {
-    QList<std::pair<QString, QString>> pairs{
-        {pick(texts::grid::kPortLabel, language), subject.line},
-        {pick(texts::grid::kModuleLabel, language), QString::number(record.busAddress)},
-    };
-    for (const InfoRow& row : kInfoRows)
-        pairs.append({pick(row.label, language), infoValue(record, row, language)});
+    const QList<InfoCell> pairs = moduleInfoCells(record, subject.line, language);
     QString html = tableStart() + QStringLiteral("<tbody>\n");
     for (qsizetype i = 0; i < pairs.size(); i += kPairsPerRow) {
         html += QStringLiteral("<tr>");
         for (qsizetype j = i; j < i + kPairsPerRow; ++j) {
             const bool filled = j < pairs.size();
-            html += QStringLiteral("<td class=\"label\" bgcolor=\"#f2f2f2\">") + (filled ? escaped(pairs[j].first) : QString())
-                  + QStringLiteral("</td><td>") + (filled ? escaped(pairs[j].second) : QString()) + QStringLiteral("</td>");
+            html += QStringLiteral("<td class=\"label\" bgcolor=\"#f2f2f2\">") + (filled ? escaped(pairs[j].label) : QString())
+                  + QStringLiteral("</td><td>") + (filled ? escaped(pairs[j].value) : QString()) + QStringLiteral("</td>");
         }
         html += QStringLiteral("</tr>\n");
     }

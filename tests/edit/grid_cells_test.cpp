@@ -1,6 +1,7 @@
 // Cell texts of the channel, adjust and coefficient grids, against answers
 // worked out by hand from the records' values.
 #include "edit/grid_cells.h"
+#include "model/capabilities.h"
 #include "model/models.h"
 #include "model/reference.h"
 
@@ -68,6 +69,7 @@ private slots:
     void coefficientGridHeadings();
     void coefficientsAreShownInHundredthsAndTenths();
     void tmB8ShowsElevenGainCoefficientsAndNoZeroCoefficients();
+    void informationRowsNameTheLineTheModelAndTheCapabilitiesInPanelOrder();
     void tmB16KeepsFourAndFourCoefficientColumns();
     void everyRowHasOneCellPerHeading();
 };
@@ -389,6 +391,26 @@ void GridCellsTest::everyRowHasOneCellPerHeading()
                 QVERIFY2(row.size() == cells.headings.size(), qPrintable(QStringLiteral("model code %1").arg(code)));
         }
     }
+}
+
+void GridCellsTest::informationRowsNameTheLineTheModelAndTheCapabilitiesInPanelOrder()
+{
+    ModuleRecord record = defaultModule();
+    record.busAddress = 7;
+    record.moduleNumber = 4242;
+    record.version = 3;
+    const QList<InfoCell> cells = moduleInfoCells(record, QStringLiteral("SIM1"), Language::English);
+    QStringList labels;
+    for (const InfoCell& cell : cells)
+        labels << cell.label;
+    QCOMPARE(labels, (QStringList{"COM Port", "Module Index", "Type", "serial num.", "Ver.", "Balance", "Excitation",
+                                  "Coupling", "Filter", "SSH", "Zero Adjust", "Gain Adjust", "Gain", "Integral"}));
+    QCOMPARE(cells[0].value, QStringLiteral("SIM1"));
+    QCOMPARE(cells[1].value, QStringLiteral("7"));
+    QCOMPARE(cells[kInfoModelRow].value, capabilityText(record, Capability::Model, Language::English));
+    QCOMPARE(cells[3].value, QStringLiteral("4242"));
+    QCOMPARE(cells[4].value, QStringLiteral("3"));
+    QCOMPARE(cells[6].value, capabilityText(record, Capability::Excitation, Language::English));
 }
 
 QTEST_APPLESS_MAIN(GridCellsTest)

@@ -3,6 +3,7 @@
 // What the edit tests share: readable failure messages for cell updates, the
 // model codes they name, and modules and cell lists built from a few numbers.
 #include "edit/cell_updates.h"
+#include "edit/grid_cells.h"
 #include "model/models.h"
 #include "model/module_table.h"
 #include "texts/language.h"
@@ -26,11 +27,6 @@ Q_DECLARE_METATYPE(velmor::Language)
 Q_DECLARE_METATYPE(velmor::ModuleRecord)
 
 namespace velmor::testing {
-
-// Model codes: a model's position in kModels.
-
-// The channel grid's cut-off frequency column.
-inline constexpr int kCutoffColumn = 6;
 
 // A capability code of the module record and the value to give it.
 using CodeSetting = std::pair<quint8 ModuleRecord::*, int>;

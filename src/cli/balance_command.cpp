@@ -62,10 +62,8 @@ int runBalance(Session& session, const QCommandLineParser& parser)
         return usage(session, texts::cli::kChannelsSyntax);
     session.state().currentMask() = mask;
     PortEntry port;
-    if (const int code = takePort(session, parser, port))
-        return code;
     std::optional<Operations::LineHold> line;
-    if (const int code = holdPortLine(session, LineActivity::Balancing, line))
+    if (const int code = takeHeldPort(session, parser, LineActivity::Balancing, port, line))
         return code;
     if (const int code = refuseMissingChannels(session, parser, mask))
         return code;

@@ -65,8 +65,11 @@ int refuseIrregularFile(Session& session, const QString& path)
     return configFileFailed(session, path, QString());
 }
 
-int holdPortLine(Session& session, LineActivity activity, std::optional<Operations::LineHold>& hold)
+int takeHeldPort(Session& session, const QCommandLineParser& parser, LineActivity activity, PortEntry& port,
+                 std::optional<Operations::LineHold>& hold)
 {
+    if (const int code = takePort(session, parser, port))
+        return code;
     hold.emplace(session.operations(), session.operations().currentPort(), activity);
     if (hold->held())
         return kExitDone;

@@ -30,10 +30,12 @@ int configFileFailed(const Session& session, const QString& path, const QString&
 // A file to be read or written must be a regular file (or not there yet).
 int refuseIrregularFile(Session& session, const QString& path);
 
-// The port's line held for the whole command against every other Velmor
-// program, from its first request to its last; exit 3, said ("Open COM port
-// fail." and who holds it), when it stayed busy through the wait.
-int holdPortLine(Session& session, LineActivity activity, std::optional<Operations::LineHold>& hold);
+// --port taken (takePort), and its line held for the whole command against
+// every other Velmor program, from its first request to its last; exit 3,
+// said ("Open COM port fail." and who holds it), when it stayed busy through
+// the wait.
+int takeHeldPort(Session& session, const QCommandLineParser& parser, LineActivity activity, PortEntry& port,
+                 std::optional<Operations::LineHold>& hold);
 
 // Prints the module after a flow that worked; the exit code says how it went.
 int finish(Session& session, bool ok, const PortEntry& port);

@@ -88,10 +88,8 @@ int runWrite(Session& session, const QCommandLineParser& parser)
     if (const int code = takeAddress(session, parser))
         return code;
     PortEntry port;
-    if (const int code = takePort(session, parser, port))
-        return code;
     std::optional<Operations::LineHold> line;
-    if (const int code = holdPortLine(session, LineActivity::Writing, line))
+    if (const int code = takeHeldPort(session, parser, LineActivity::Writing, port, line))
         return code;
     const ModuleRecord fromFile = session.record();
     if (const int code = checkModuleModel(session, parser, fromFile, &Operations::readModuleInfo))
@@ -111,10 +109,8 @@ int runWriteInfo(Session& session, const QCommandLineParser& parser)
         return kExitUsage;
     }
     PortEntry port;
-    if (const int code = takePort(session, parser, port))
-        return code;
     std::optional<Operations::LineHold> line;
-    if (const int code = holdPortLine(session, LineActivity::Writing, line))
+    if (const int code = takeHeldPort(session, parser, LineActivity::Writing, port, line))
         return code;
     ModuleRecord fromFile = session.record();
     // A module answers only the beckon at 255 (with its information): that is

@@ -96,7 +96,6 @@ private slots:
     void takingAnEntryWithoutAFrequencyStoresNothing();
     // The frequency dialog's OK.
     void dialogOkWritesIntoTheSelectedRowsInEitherOrder();
-    void dialogOkOnTmC16WidensToWholeGroups_data();
     void dialogOkOnTmC16WidensToWholeGroups();
     void dialogOkWithoutAContinuousCutOffStoresNothing_data();
     void dialogOkWithoutAContinuousCutOffStoresNothing();
@@ -560,31 +559,18 @@ void ChannelEntriesTest::dialogOkWritesIntoTheSelectedRowsInEitherOrder()
     QVERIFY(cutoffsAre(module, 2, 4, 102));
 }
 
-void ChannelEntriesTest::dialogOkOnTmC16WidensToWholeGroups_data()
-{
-    QTest::addColumn<int>("selectedFirst");
-    QTest::addColumn<int>("selectedLast");
-    QTest::addColumn<int>("first");
-    QTest::addColumn<int>("last");
-    QTest::newRow("2-5 covers 1-6") << 2 << 5 << 1 << 6;
-    QTest::newRow("8-7 covers 7-8") << 8 << 7 << 7 << 8;
-    QTest::newRow("10-12 covers 9-14") << 10 << 12 << 9 << 14;
-    QTest::newRow("16 covers 15-16") << 16 << 16 << 15 << 16;
-    QTest::newRow("3 covers 1-3") << 3 << 3 << 1 << 3;
-    QTest::newRow("13-4 covers 4-14") << 13 << 4 << 4 << 14;
-}
-
 void ChannelEntriesTest::dialogOkOnTmC16WidensToWholeGroups()
 {
-    QFETCH(int, selectedFirst);
-    QFETCH(int, selectedLast);
-    QFETCH(int, first);
-    QFETCH(int, last);
-    ModuleRecord module = withFilter(1, kTmC16);
-    const EditResult result = applyDialogCutoff(module, {selectedFirst, selectedLast}, QStringLiteral("500.00000"),
-                                                200);
-    QCOMPARE(result.cells, cutoffCells(first, last, QStringLiteral("500.00000")));
-    QVERIFY(cutoffsAre(module, first, last, 200));
+    // The groups are the cut-off groups table's, tested with it
+    // (tests/model/cutoff_groups_test.cpp); here, that the entry goes through
+    // it, in either order of the selection.
+    for (const RowSpan selection : {RowSpan{2, 5}, RowSpan{13, 4}}) {
+        ModuleRecord module = withFilter(1, kTmC16);
+        const RowSpan widened = cutoffRows(kTmC16, selection);
+        const EditResult result = applyDialogCutoff(module, selection, QStringLiteral("500.00000"), 200);
+        QCOMPARE(result.cells, cutoffCells(widened.first, widened.last, QStringLiteral("500.00000")));
+        QVERIFY(cutoffsAre(module, widened.first, widened.last, 200));
+    }
 }
 
 void ChannelEntriesTest::dialogOkWithoutAContinuousCutOffStoresNothing_data()

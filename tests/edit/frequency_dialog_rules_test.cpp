@@ -108,7 +108,6 @@ private slots:
     void okWritesTextAndCodeIntoTheSelectedRows();
     void okWithOptionOneAddsTwoOnBase150000Too();
     void okWithOptionOneOnTheLowestValuePasses65535();
-    void okOnTmC16WidensToWholeGroups_data();
     void okOnTmC16WidensToWholeGroups();
     void okTakesRowsInEitherOrder();
     void okStopsAtTheModulesLastChannel();
@@ -419,32 +418,19 @@ void FrequencyDialogRulesTest::okWithOptionOneOnTheLowestValuePasses65535()
     QCOMPARE(module.channels[3].cutoff, 65536);
 }
 
-void FrequencyDialogRulesTest::okOnTmC16WidensToWholeGroups_data()
-{
-    QTest::addColumn<int>("first");
-    QTest::addColumn<int>("last");
-    QTest::addColumn<int>("widenedFirst");
-    QTest::addColumn<int>("widenedLast");
-    QTest::newRow("row 2") << 2 << 2 << 1 << 3;
-    QTest::newRow("rows 5-7") << 5 << 7 << 4 << 8;
-    QTest::newRow("row 8 in the short group") << 8 << 8 << 7 << 8;
-    QTest::newRow("rows 10-12") << 10 << 12 << 9 << 14;
-    QTest::newRow("row 16") << 16 << 16 << 15 << 16;
-    QTest::newRow("all") << 1 << 16 << 1 << 16;
-}
-
 void FrequencyDialogRulesTest::okOnTmC16WidensToWholeGroups()
 {
-    QFETCH(int, first);
-    QFETCH(int, last);
-    QFETCH(int, widenedFirst);
-    QFETCH(int, widenedLast);
-    ModuleRecord module = moduleWith(kTmC16, 1);
-    const ModuleRecord expected = withCutoff(module, widenedFirst, widenedLast, 100);
-    const FrequencyDialogState state = startFrequencyDialog(module, QStringLiteral("1000.00000"));
-    const EditResult result = acceptFrequencyDialog(state, module, RowSpan{first, last});
-    QCOMPARE(result, cutoffCells(widenedFirst, widenedLast, QStringLiteral("1000.00000")));
-    QCOMPARE(module, expected);
+    // The groups themselves are the cut-off groups table's, tested with it
+    // (tests/model/cutoff_groups_test.cpp); here, that OK goes through it.
+    for (int row = 1; row <= kWiredChannels; ++row) {
+        ModuleRecord module = moduleWith(kTmC16, 1);
+        const RowSpan widened = cutoffRows(kTmC16, RowSpan{row, row});
+        const ModuleRecord expected = withCutoff(module, widened.first, widened.last, 100);
+        const FrequencyDialogState state = startFrequencyDialog(module, QStringLiteral("1000.00000"));
+        const EditResult result = acceptFrequencyDialog(state, module, RowSpan{row, row});
+        QCOMPARE(result, cutoffCells(widened.first, widened.last, QStringLiteral("1000.00000")));
+        QCOMPARE(module, expected);
+    }
 }
 
 void FrequencyDialogRulesTest::okTakesRowsInEitherOrder()

@@ -9,7 +9,7 @@
 #include "texts/editor.h"
 #include "texts/option.h"
 #include "texts/parameter.h"
-#include "texts/reference.h"
+#include "texts/reference_columns.h"
 
 #include <span>
 #include <utility>

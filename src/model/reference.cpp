@@ -3,7 +3,7 @@
 #include "models.h"
 
 #include "number_text.h"
-#include "texts/reference.h"
+#include "texts/reference_columns.h"
 
 namespace velmor {
 

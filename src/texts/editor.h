@@ -4,8 +4,8 @@
 
 // Texts of the channel grid's editors: the captions of the shared list editor,
 // the frequency entry's label and the number prompt. The list items that read
-// as the cells do come from parameter_texts.h, option_texts.h and
-// reference_texts.h.
+// as the cells do are the pages texts::parameter, texts::option and
+// texts::reference.
 namespace velmor::texts::editor {
 
 // Captions of the list editor cmbGain, by column; the trailing blanks belong to them.

@@ -3,7 +3,8 @@
 #include "language.h"
 
 // Items of the module-information lists, one per capability code. The gain
-// steps are numbers (gain_steps.h) and the model names come from models.h.
+// steps are numbers and the model names are the models' own; both are kept
+// with the model, not here.
 namespace velmor::texts::option {
 
 inline constexpr Text kNo{"无", "No"};

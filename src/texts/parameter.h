@@ -3,7 +3,7 @@
 #include "language.h"
 
 // Channel-parameter texts of the channel grid. Texts that read as in the
-// module-information lists ("未知", "无", "4mA恒流源") come from option_texts.h.
+// module-information lists ("未知", "无", "4mA恒流源") are texts::option's.
 namespace velmor::texts::parameter {
 
 inline constexpr Text kNoSetup{"无程序设置", "No Setup"};

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "language.h"
-#include "reference.h"
+#include "texts/reference_columns.h"
 
 // Captions of the main window: its title, menus and the port and search bar.
 // An ampersand marks a menu entry's access key.
@@ -28,7 +28,7 @@ inline constexpr Text kFrame6{"操作区", "Order"};
 inline constexpr Text kSearchButton{"搜索模块(&S)", "&Search"};
 
 // The three frames that TabStrip1 shows one at a time.
-// Frame1's title is the channel grid's own (reference.h): it changes with
+// Frame1's title is the channel grid's own (texts::reference): it changes with
 // the grey reference columns.
 inline constexpr Text kCaption{"各个通道参数设置", "Channel Setup"};
 inline constexpr Text kFrame2{"调整值", "Adjust Values"};

@@ -1,7 +1,6 @@
 #include "concurrent_search.h"
 
 #include "module_search.h"
-#include "texts/message.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -9,7 +8,6 @@
 #include <QTimer>
 
 #include <atomic>
-#include <optional>
 #include <memory>
 
 namespace velmor {
@@ -18,31 +16,15 @@ namespace {
 // How often a line's thread looks whether the front end has gone away.
 constexpr int kAbandonCheckMs = 50;
 
-// Something a line's search said, kept to be said again in the order the
-// one-by-one search would have said it.
-struct Said {
-    bool portNotOpened = false;
-    QString title;  // or, for a port not opened, the system's reason
-    QString text;
-    OpenFailure failure = OpenFailure::None;
-    std::optional<LineHolder> busy;  // the port's line was held by another program
-};
-
-// A line's messages, split where its search ends and its reads begin.
-class HeldDialogs : public OperatorDialogs {
+// A line's search says nothing itself: its notices are kept (Operations::
+// keepNotices) and said by the front end's flows once every line has ended.
+class NothingSaid : public OperatorDialogs {
 public:
-    void showMessage(const QString& title, const QString& text) override { now().append({false, title, text, {}, {}}); }
+    void showMessage(const QString& title, const QString& text) override
+    {
+        qWarning("a search line said \"%s: %s\" instead of keeping it", qPrintable(title), qPrintable(text));
+    }
     bool confirm(const QString&, const QString&) override { return false; }  // a search asks nothing
-    void portNotOpened(const ComPort& port) { now().append({true, port.openFailureReason(), {}, port.openFailure(), {}}); }
-    void lineBusy(const LineHolder& holder) { now().append({true, {}, {}, OpenFailure::None, holder}); }
-    void readsBegin() { reading = true; }
-
-    QList<Said> search;
-    QList<Said> reads;
-
-private:
-    QList<Said>& now() { return reading ? reads : search; }
-    bool reading = false;
 };
 
 }  // namespace
@@ -50,7 +32,9 @@ private:
 struct ConcurrentSearch::Line {
     PortEntry port;
     SetupState state;  // the line's own copy of the table
-    HeldDialogs said;
+    // What the line's search and then its reads had to tell, in order.
+    QList<Notice> searchNotices;
+    QList<Notice> readNotices;
     QList<int> unread;
     int asked = 0;
 };
@@ -103,12 +87,11 @@ void ConcurrentSearch::runLines(QList<Line>& lines)
         threads.emplace_back(QThread::create([this, &line, &stop, &lines, i] {
             ComPort port;
             port.setPorts({line.port});
-            Operations operations(line.state, port, line.said);
-            ModuleSearch search(operations, line.said);
-            connect(&search, &ModuleSearch::portNotOpened, [&line, &port] { line.said.portNotOpened(port); });
-            connect(&search, &ModuleSearch::lineBusy,
-                    [&line](const PortEntry&, const LineHolder& holder) { line.said.lineBusy(holder); });
-            connect(&search, &ModuleSearch::modulesFound, [&line] { line.said.readsBegin(); });
+            NothingSaid nothing;
+            Operations operations(line.state, port, nothing);
+            ModuleSearch search(operations, nothing);
+            operations.keepNotices(&line.searchNotices);
+            connect(&search, &ModuleSearch::modulesFound, [&] { operations.keepNotices(&line.readNotices); });
             // Queued to this object's thread, like the counts below.
             connect(&operations.exchange(), &Exchange::frameLogged, this, &ConcurrentSearch::frameLogged);
             // Queued to this object's thread, where the lines' counts are added up.
@@ -150,15 +133,13 @@ void ConcurrentSearch::runLines(QList<Line>& lines)
 void ConcurrentSearch::merge(const QList<Line>& lines)
 {
     SetupState& state = operations_.state();
-    const Language language = languageOf(state.languageMode);
-    const auto sayAgain = [this](const Line& line, const QList<Said>& said) {
-        for (const Said& s : said) {
-            if (s.busy)
-                emit lineBusy(line.port, *s.busy);
-            else if (s.portNotOpened)
-                emit portNotOpened(line.port, s.failure, s.title);
-            else
-                dialogs_.showMessage(s.title, s.text);
+    const auto say = [this](const QList<Notice>& notices) {
+        for (const Notice& notice : notices) {
+            operations_.say(notice);
+            if (notice.kind == Notice::Kind::LineBusy)
+                emit lineBusy(notice.port, notice.holder);
+            else if (notice.kind == Notice::Kind::PortNotOpened)
+                emit portNotOpened(notice.port, notice.openFailure, notice.reason);
         }
     };
     QList<int> offsets;
@@ -166,7 +147,7 @@ void ConcurrentSearch::merge(const QList<Line>& lines)
     for (const Line& line : lines) {
         if (full)
             break;
-        sayAgain(line, line.said.search);
+        say(line.searchNotices);
         offsets.append(state.moduleCount);
         for (int j = 0; j < line.state.moduleCount && !full; ++j) {
             const auto to = static_cast<size_t>(state.moduleCount++);
@@ -175,12 +156,12 @@ void ConcurrentSearch::merge(const QList<Line>& lines)
             full = state.moduleCount >= kModuleSlots;
         }
         if (full)
-            dialogs_.showMessage(pick(texts::message::kTitle, language), pick(texts::message::kModuleTableFull, language));
+            operations_.say(Notice::tableFull());
     }
     emit modulesFound(state.moduleCount);
     unread_.clear();
     for (qsizetype i = 0; i < offsets.size(); ++i) {
-        sayAgain(lines[i], lines[i].said.reads);
+        say(lines[i].readNotices);
         for (const int u : lines[i].unread)
             if (offsets[i] + u < state.moduleCount)
                 unread_.append(offsets[i] + u);

@@ -60,11 +60,10 @@ bool ModuleSearch::searchPort(const PortEntry& port, int p)
 {
     SetupState& state = operations_.state();
     Exchange& exchange = operations_.exchange();
-    const Language language = languageOf(state.languageMode);
     // The line is held while its addresses are asked.
     const Operations::LineHold line(operations_, &port, LineActivity::Searching);
     if (!line.held()) {
-        dialogs_.showMessage(pick(texts::message::kTitle, language), texts::message::openPortFail(port.name, language));
+        operations_.tell(Notice::lineBusy(port, operations_.busyHolder()));
         emit lineBusy(port, operations_.busyHolder());
         emit progress((p + 1) * kAddresses);
         return true;
@@ -74,7 +73,7 @@ bool ModuleSearch::searchPort(const PortEntry& port, int p)
             return false;
         const Request request = readInfoRequest(a);
         if (!exchange.start(request, port.number)) {
-            dialogs_.showMessage(pick(texts::message::kTitle, language), texts::message::openPortFail(port.name, language));
+            operations_.tell(Notice::portNotOpened(port, operations_.port()));
             emit portNotOpened(port);
             exchange.abandon();
             emit progress((p + 1) * kAddresses);
@@ -89,7 +88,7 @@ bool ModuleSearch::searchPort(const PortEntry& port, int p)
             ++state.currentModule;
             ++state.moduleCount;
             if (state.currentModule >= kModuleSlots) {
-                dialogs_.showMessage(pick(texts::message::kTitle, language), pick(texts::message::kModuleTableFull, language));
+                operations_.tell(Notice::tableFull());
                 return false;
             }
         }

@@ -25,6 +25,24 @@ struct WriteProgress {
 // coefficients were not".
 QString writeProgressText(const WriteProgress& progress, Language language);
 
+// Something a flow tells the operator, as a value: a request that failed, a
+// port that would not open, a line that stayed busy, a full module table.
+struct Notice {
+    enum class Kind { RequestFailed, PortNotOpened, LineBusy, TableFull };
+    Kind kind = Kind::RequestFailed;
+    Request request;                             // RequestFailed
+    Failure failure = Failure::None;             // RequestFailed
+    PortEntry port;                              // PortNotOpened, LineBusy
+    OpenFailure openFailure = OpenFailure::None; // PortNotOpened, and the system's words:
+    QString reason;
+    LineHolder holder;                           // LineBusy
+
+    static Notice requestFailed(const Request& request, Failure failure);
+    static Notice portNotOpened(const PortEntry& port, const ComPort& com);
+    static Notice lineBusy(const PortEntry& port, const LineHolder& holder);
+    static Notice tableFull();
+};
+
 // The operator's commands, from the click to the stored reply: single requests,
 // the chains that read or write a whole module, the information write behind
 // its confirmation, the beckon and the bridge balance. Both front ends run
@@ -39,6 +57,7 @@ public:
     Exchange& exchange() { return exchange_; }
     const Exchange& exchange() const { return exchange_; }
     SetupState& state() { return state_; }
+    const ComPort& port() const { return port_; }
     bool sequenceDone() const { return sequenceDone_; }
 
     // The front end is going away: the exchange in flight ends as it would,
@@ -67,10 +86,17 @@ public:
     bool confirmAndWriteModuleInfo();  // the information write after "Only one module."
     bool balanceAndReadBack();         // balance, settle, read everything
 
-    // The operator's message for a request that failed, said in one place:
-    // "Open COM port fail.", "No respond." (unsaid during a search, where a
-    // silent address is normal) or "Return data fail.".
+    // A request that failed, told: "Open COM port fail.", "No respond."
+    // (not during a search, where a silent address is normal) or "Return
+    // data fail.".
     void tell(const Request& request, Failure failure);
+    // A notice said now, or kept while notices are kept.
+    void tell(const Notice& notice);
+    // The operator's message of a notice, in one place.
+    void say(const Notice& notice);
+    // From now on notices go into `kept` instead of being said (a search
+    // line in a thread of its own hands them back); null says them again.
+    void keepNotices(QList<Notice>* kept) { kept_ = kept; }
 
     // How many groups and calibration pairs a module of this many channels has.
     static int groupCount(int channelCount);
@@ -147,6 +173,7 @@ private:
     };
     std::map<QString, Held> held_;
     LineHolder busyHolder_;
+    QList<Notice>* kept_ = nullptr;
     WriteProgress writing_;
     bool sequenceDone_ = true;
     bool abandoned_ = false;

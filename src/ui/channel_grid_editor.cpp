@@ -53,11 +53,8 @@ bool isPrompt(EditorKind kind) { return kind == EditorKind::WholeNumberPrompt ||
 
 }  // namespace
 
-ChannelGridEditor::ChannelGridEditor(CellGrid* grid, SetupState& state, OperatorDialogs& dialogs, Language language)
-    : GridEditor(grid)
-    , state_(state)
-    , dialogs_(dialogs)
-    , language_(language)
+ChannelGridEditor::ChannelGridEditor(CellGrid* grid, SetupState& state, OperatorDialogs& dialogs)
+    : GridEditor(grid, state, dialogs)
     , strip_(new QWidget)
     , caption_(new QLabel)
     , cmbGain_(new QComboBox(grid->viewport()))
@@ -94,8 +91,8 @@ ChannelGridEditor::ChannelGridEditor(CellGrid* grid, SetupState& state, Operator
         connect(box, &CellBox::escaped, this, &ChannelGridEditor::close);
     grid_->installEventFilter(this);
     grid_->cellModel()->setPictures(kAutoBalanceColumn,
-                                    {{pick(texts::grid::kAutoBalanceChosen, language), togglePicture(true)},
-                                     {pick(texts::grid::kAutoBalanceLeftOut, language), togglePicture(false)}});
+                                    {{pick(texts::grid::kAutoBalanceChosen, language()), togglePicture(true)},
+                                     {pick(texts::grid::kAutoBalanceLeftOut, language()), togglePicture(false)}});
     connect(txtOperate_, &QLineEdit::textEdited, this, &ChannelGridEditor::txtOperate_Change);
     connect(txtOperate_, &QLineEdit::editingFinished, this, &ChannelGridEditor::txtOperate_LostFocus);
     connect(cmbGain_, &QComboBox::activated, this, &ChannelGridEditor::cmbGain_Click);
@@ -119,7 +116,7 @@ void ChannelGridEditor::close()
 void ChannelGridEditor::cellReleased(int row, int column, RowSpan rows)
 {
     close();
-    const ChannelEditor editor = channelEditor(module(), column, language_);
+    const ChannelEditor editor = channelEditor(module(), column, language());
     switch (editor.kind) {
     case EditorKind::List:
         openList(editor, row, column, rows);
@@ -129,7 +126,7 @@ void ChannelGridEditor::cellReleased(int row, int column, RowSpan rows)
         askNumber(editor, column, rows);
         break;
     case EditorKind::Toggle:
-        showEdit(toggleAutoBalance(state_.currentMask(), row, language_));
+        showEdit(toggleAutoBalance(state_.currentMask(), row, language()));
         break;
     case EditorKind::FrequencyDialog:
         openFrequencyDialog(row, rows);
@@ -156,7 +153,7 @@ void ChannelGridEditor::openList(const ChannelEditor& editor, int row, int colum
 void ChannelGridEditor::cmbGain_Click(int item)
 {
     listCell_->close();
-    showEdit(chooseListItem(module(), column_, item, listRows_, language_));
+    showEdit(chooseListItem(module(), column_, item, listRows_, language()));
 }
 
 void ChannelGridEditor::askNumber(const ChannelEditor& editor, int column, RowSpan rows)
@@ -164,7 +161,7 @@ void ChannelGridEditor::askNumber(const ChannelEditor& editor, int column, RowSp
     const QString answer = dialogs_.askText(editor.promptTitle, editor.promptText);
     if (answer.trimmed().isEmpty())
         return;
-    const EditResult result = answerPrompt(module(), column, answer, rows, language_);
+    const EditResult result = answerPrompt(module(), column, answer, rows, language());
     // An answer that is not a number (or a negative one) changes nothing.
     if (result.cells.isEmpty())
         message();
@@ -174,7 +171,7 @@ void ChannelGridEditor::askNumber(const ChannelEditor& editor, int column, RowSp
 void ChannelGridEditor::openFrequencyDialog(int row, RowSpan rows)
 {
     const QString cell = grid_->cellModel()->cellText(row, kCutoffColumn);
-    frmFrequence dialog(module(), formatNumber(leadingNumber(cell), kDialogPicture), language_, grid_->window());
+    frmFrequence dialog(module(), formatNumber(leadingNumber(cell), kDialogPicture), language(), grid_->window());
     if (dialog.exec() == QDialog::Accepted)
         showEdit(acceptFrequencyDialog(dialog.state(), module(), rows));
 }
@@ -186,14 +183,14 @@ bool ChannelGridEditor::startTyping(const QKeyEvent& key)
         return false;
     const int column = current.column();
     // Typing goes to the number columns and to the cut-off where the dialog would open.
-    const EditorKind kind = channelEditor(module(), column, language_).kind;
+    const EditorKind kind = channelEditor(module(), column, language()).kind;
     if (!isPrompt(kind) && !(column == kCutoffColumn && kind == EditorKind::FrequencyDialog))
         return false;
     close();
     row_ = current.row() + 1;
     column_ = column;
     if (column == kCutoffColumn) {
-        caption_->setText(pick(texts::editor::kFrequencyCaption, language_));
+        caption_->setText(pick(texts::editor::kFrequencyCaption, language()));
         caption_->show();
         Option1_[0]->setChecked(true);
         for (QRadioButton* option : Option1_)
@@ -223,7 +220,7 @@ bool ChannelGridEditor::showChoices(const QString& text)
 {
     if (column_ != kCutoffColumn)
         return true;
-    entry_ = frequencyEntry(module(), text, language_);
+    entry_ = frequencyEntry(module(), text, language());
     if (!entry_.isNumber)
         return false;
     for (int i = 0; i < 2; ++i)
@@ -241,7 +238,7 @@ void ChannelGridEditor::txtOperate_LostFocus()
         showEdit(takeCutoff(module(), row, entry_, Option1_[1]->isChecked() ? 1 : 0));
     } else {
         const QString cell = grid_->cellModel()->cellText(row, column_);
-        showEdit(typeIntoCell(module(), row, column_, cell, txtOperate_->text(), language_));
+        showEdit(typeIntoCell(module(), row, column_, cell, txtOperate_->text(), language()));
     }
     close();
 }
@@ -268,7 +265,7 @@ bool ChannelGridEditor::eventFilter(QObject* watched, QEvent* event)
 
 void ChannelGridEditor::message()
 {
-    dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::message::kInputDataError, language_));
+    dialogs_.showMessage(pick(texts::message::kTitle, language()), pick(texts::message::kInputDataError, language()));
 }
 
 }  // namespace velmor

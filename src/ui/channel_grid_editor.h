@@ -1,11 +1,7 @@
 #pragma once
 
-#include "edit/cell_updates.h"
 #include "edit/channel_rules.h"
 #include "grid_editor.h"
-#include "link/operator_dialogs.h"
-#include "model/module_table.h"
-#include "texts/language.h"
 
 #include <array>
 
@@ -29,7 +25,7 @@ class CellGrid;
 class ChannelGridEditor : public GridEditor {
     Q_OBJECT
 public:
-    ChannelGridEditor(CellGrid* grid, SetupState& state, OperatorDialogs& dialogs, Language language);
+    ChannelGridEditor(CellGrid* grid, SetupState& state, OperatorDialogs& dialogs);
 
     // The editor's caption and the two cut-off choices, shown under the grid.
     QWidget* strip() const { return strip_; }
@@ -56,9 +52,6 @@ private:
     void message();
     ModuleRecord& module();
 
-    SetupState& state_;
-    OperatorDialogs& dialogs_;
-    Language language_;
     QWidget* strip_;
     QLabel* caption_;
     QComboBox* cmbGain_;

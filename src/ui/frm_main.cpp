@@ -44,36 +44,43 @@ Interface& chosen(Interface* given, std::unique_ptr<Interface>& own, QWidget* ow
     return *own;
 }
 
+// A state that knows its language before any panel is built.
+SetupState startState(int languageMode)
+{
+    SetupState state;
+    state.languageMode = languageMode;
+    return state;
+}
+
 }  // namespace
 
 frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files, QWidget* parent)
     : QMainWindow(parent)
-    , language_(languageOf(languageMode))
+    , state_(startState(languageMode))
     , dialogs_(chosen<WidgetDialogs>(dialogs, ownDialogs_, this))
     , files_(chosen<SystemFileChooser>(files, ownFiles_, this))
     , configPath_(defaultConfigPath())
     , operations_(state_, port_, dialogs_)
-    , bar_(new PortSearchBar(language_))
+    , bar_(new PortSearchBar(language()))
     , tabStripCom_(new QTabBar)
     , tabStrip1_(new QTabBar)
     , frames_(new QStackedWidget)
-    , frame1_(new ChannelSetupPanel(language_))
-    , frame2_(new AdjustPanel(language_))
-    , frame3_(new ModuleInfoPanel(state_, dialogs_, language_))
-    , menus_(new MainMenus(menuBar(), language_))
-    , frameLog_(new FrameLogPane(operations_.exchange(), files_, dialogs_, language_, this))
+    , frame1_(new ChannelSetupPanel(language()))
+    , frame2_(new AdjustPanel(language()))
+    , frame3_(new ModuleInfoPanel(state_, dialogs_, language()))
+    , menus_(new MainMenus(menuBar(), language()))
+    , frameLog_(new FrameLogPane(operations_.exchange(), files_, dialogs_, language(), this))
     , display_(frame1_, frame2_, frame3_)
-    , view_(state_, language_, frame1_, frame2_, frame3_, bar_)
-    , editing_(state_, dialogs_, language_, frame1_, frame2_, display_)
+    , view_(state_, frame1_, frame2_, frame3_, bar_)
+    , editing_(state_, dialogs_, frame1_, frame2_, display_)
 {
     setObjectName(QStringLiteral("frmMain"));
     // Form_Resize's first rule: never narrower than 8000 twips.
     setMinimumWidth(twipsToPixels(twips::kMinimumWidth, this));
-    setWindowTitle(pick(texts::window::kWindowTitle, language_));
-    state_.languageMode = languageMode;
+    setWindowTitle(pick(texts::window::kWindowTitle, language()));
 
     tabStripCom_->setObjectName(QStringLiteral("TabStripCom"));
-    tabStripCom_->setAccessibleName(pick(texts::window::kModuleTabsName, language_));
+    tabStripCom_->setAccessibleName(pick(texts::window::kModuleTabsName, language()));
     tabStripCom_->setExpanding(false);
 
     auto* centre = new QWidget;
@@ -103,10 +110,10 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
     connect(&watcher_, &PortWatcher::portsChanged, this, &frmMain::applyPorts);
     statusBar()->setObjectName(QStringLiteral("StatusBar"));
     connect(&operations_, &Operations::lineBusy, this, [this](const PortEntry& port, const LineHolder& holder) {
-        notify(Operations::lineBusyText(port.name, holder, language_));
+        notify(Operations::lineBusyText(port.name, holder, language()));
     });
     connect(&operations_, &Operations::writeStoppedPartway, this,
-            [this](const WriteProgress& progress) { notify(writeProgressText(progress, language_)); });
+            [this](const WriteProgress& progress) { notify(writeProgressText(progress, language())); });
 }
 
 void frmMain::notify(const QString& text) { statusBar()->showMessage(text); }
@@ -116,10 +123,10 @@ frmMain::~frmMain() = default;
 QWidget* frmMain::buildFrames()
 {
     tabStrip1_->setObjectName(QStringLiteral("TabStrip1"));
-    tabStrip1_->setAccessibleName(pick(texts::window::kFrameTabsName, language_));
+    tabStrip1_->setAccessibleName(pick(texts::window::kFrameTabsName, language()));
     tabStrip1_->setExpanding(false);
     for (const Text* caption : texts::window::kFrameTabs)
-        tabStrip1_->addTab(pick(*caption, language_));
+        tabStrip1_->addTab(pick(*caption, language()));
     for (QWidget* frame : std::initializer_list<QWidget*>{frame1_, frame2_, frame3_})
         frames_->addWidget(frame);
     followTabs(tabStrip1_, this, [this](int index) { TabStrip1_Click(index); });
@@ -150,8 +157,8 @@ void frmMain::wireMenus()
     connect(menus_, &MainMenus::read, this, [this, &ops] { runFlow([&ops] { ops.readEverything(); }); });
     connect(menus_, &MainMenus::balance, this, [this, &ops] { runFlow([&ops] { ops.balanceAndReadBack(); }); });
     connect(menus_, &MainMenus::beckon, this, [this, &ops] { runFlow([&ops] { ops.beckon(); }); });
-    connect(menus_, &MainMenus::helpContent, this, [this] { MnuHelp_Content_Click(language_, dialogs_); });
-    connect(menus_, &MainMenus::about, this, [this] { frmAbout(language_, dialogs_, this).exec(); });
+    connect(menus_, &MainMenus::helpContent, this, [this] { MnuHelp_Content_Click(language(), dialogs_); });
+    connect(menus_, &MainMenus::about, this, [this] { frmAbout(language(), dialogs_, this).exec(); });
     menus_->addViewEntry(frameLog_->toggleViewAction());
 }
 
@@ -246,7 +253,7 @@ void frmMain::Form_Load()
     // The first port listed is the current module's (applyPorts).
     applyPorts(listPorts());
     if (lines_.isEmpty())
-        dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::message::kNoComPort, language_));
+        dialogs_.showMessage(pick(texts::message::kTitle, language()), pick(texts::message::kNoComPort, language()));
     view_.showAll();
     frame3_->fields()->clearBoxes();
 }
@@ -289,9 +296,9 @@ void frmMain::MnuFile_Open_Click()
     QString reason;
     qsizetype size = 0;
     if (!loadConfigFile(path, state_.current(), &reason, &size))
-        notify(texts::message::fileFailure(path, reason, language_));
+        notify(texts::message::fileFailure(path, reason, language()));
     else
-        notify(shortFileNotice(path, size, language_));
+        notify(shortFileNotice(path, size, language()));
     // The file's port belongs to the machine it came from: the first port
     // listed now takes its place.
     applyPorts(listPorts());
@@ -313,12 +320,12 @@ void frmMain::MnuFile_SaveAs_Click()
 void frmMain::MnuFile_ExportReport_Click()
 {
     const QString path =
-        files_.reportFileName(pick(texts::report::kPdfFilter, language_), pick(texts::report::kHtmlFilter, language_));
+        files_.reportFileName(pick(texts::report::kPdfFilter, language()), pick(texts::report::kHtmlFilter, language()));
     if (path.isEmpty())
         return;
     const std::optional<ReportFormat> format = reportFormatFor(path);
     if (!format) {
-        dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::report::kNeedsSuffix, language_).arg(path));
+        dialogs_.showMessage(pick(texts::message::kTitle, language()), pick(texts::report::kNeedsSuffix, language()).arg(path));
         return;
     }
     const ModuleRecord& record = state_.current();
@@ -326,9 +333,9 @@ void frmMain::MnuFile_ExportReport_Click()
     const ReportSubject subject{port ? port->name : QString::number(record.portNumber),
                                 state_.currentMask(),
                                 QDateTime::currentDateTime()};
-    const QString failure = writeReportFile(path, *format, setupReportHtml(record, subject, language_), language_);
+    const QString failure = writeReportFile(path, *format, setupReportHtml(record, subject, language()), language());
     if (!failure.isEmpty())
-        dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::report::kCannotWrite, language_).arg(path, failure));
+        dialogs_.showMessage(pick(texts::message::kTitle, language()), pick(texts::report::kCannotWrite, language()).arg(path, failure));
 }
 
 void frmMain::save(const QString& path)
@@ -336,8 +343,8 @@ void frmMain::save(const QString& path)
     QString reason;
     if (saveConfigFile(path, state_.current(), &reason))
         return;
-    dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::message::kOpenConfigFail, language_));
-    notify(texts::message::fileFailure(path, reason, language_));
+    dialogs_.showMessage(pick(texts::message::kTitle, language()), pick(texts::message::kOpenConfigFail, language()));
+    notify(texts::message::fileFailure(path, reason, language()));
 }
 
 void frmMain::closeEvent(QCloseEvent* event)

@@ -109,7 +109,9 @@ private:
     // and in their tabs' tool tips.
     void markUnreadModules(const QList<int>& unread);
 
-    Language language_;
+    // The language the window was started in: the state holds it, once.
+    Language language() const { return languageOf(state_.languageMode); }
+
     SetupState state_;
     ComPort port_;
     std::unique_ptr<OperatorDialogs> ownDialogs_;

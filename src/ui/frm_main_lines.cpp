@@ -44,7 +44,7 @@ void frmMain::runSearch(int (Search::*body)(const QList<PortEntry>&, int))
         if constexpr (std::is_same_v<Search, ConcurrentSearch>)
             connect(&search, &ConcurrentSearch::frameLogged, &frameLog_->log(), &FrameLog::append);
         connect(&search, &Search::lineBusy, this, [this](const PortEntry& port, const LineHolder& holder) {
-            notify(Operations::lineBusyText(port.name, holder, language_));
+            notify(Operations::lineBusyText(port.name, holder, language()));
         });
         const int found = (search.*body)(lines_.ports(), bar_->selectedPortNumber());
         markUnreadModules(search.unreadModules());
@@ -60,7 +60,7 @@ void frmMain::markUnreadModules(const QList<int>& unread)
     for (const int i : unread) {
         const ModuleRecord& module = state_.table.at(static_cast<size_t>(i));
         const PortEntry* port = lines_.find(module.portNumber);
-        const QString text = pick(texts::message::kNotReadWholly, language_)
+        const QString text = pick(texts::message::kNotReadWholly, language())
                                  .arg(QString::number(i + 1), port ? port->name : QString::number(module.portNumber),
                                       QString::number(module.busAddress));
         tabStripCom_->setTabToolTip(i, text);
@@ -102,12 +102,12 @@ void frmMain::cmbComPort_Click(int number)
 
 void frmMain::addNetworkPort()
 {
-    const QString title = pick(texts::message::kTitle, language_);
-    const QString address = dialogs_.askText(title, pick(texts::network::kAddNetworkPortPrompt, language_)).trimmed();
+    const QString title = pick(texts::message::kTitle, language());
+    const QString address = dialogs_.askText(title, pick(texts::network::kAddNetworkPortPrompt, language())).trimmed();
     if (address.isEmpty())  // Cancel
         return;
     if (!isNetworkPort(address)) {
-        dialogs_.showMessage(title, pick(texts::network::kNotANetworkPort, language_));
+        dialogs_.showMessage(title, pick(texts::network::kNotANetworkPort, language()));
         return;
     }
     rememberNetworkPort(address);

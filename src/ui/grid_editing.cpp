@@ -8,11 +8,11 @@
 
 namespace velmor {
 
-GridEditing::GridEditing(SetupState& state, OperatorDialogs& dialogs, Language language, ChannelSetupPanel* frame1,
+GridEditing::GridEditing(SetupState& state, OperatorDialogs& dialogs, ChannelSetupPanel* frame1,
                          AdjustPanel* frame2, FrameDisplay& display)
-    : channels_(new ChannelGridEditor(frame1->channelGrid(), state, dialogs, language))
-    , adjust_(new TrimGridEditor(TrimGrid::Adjust, frame2->adjustGrid(), state, dialogs, language))
-    , calibration_(new TrimGridEditor(TrimGrid::Calibration, frame1->calibrationGrid(), state, dialogs, language))
+    : channels_(new ChannelGridEditor(frame1->channelGrid(), state, dialogs))
+    , adjust_(new TrimGridEditor(TrimGrid::Adjust, frame2->adjustGrid(), state, dialogs))
+    , calibration_(new TrimGridEditor(TrimGrid::Calibration, frame1->calibrationGrid(), state, dialogs))
 {
     frame1->addEditorStrip(channels_->strip());
     connect(channels_, &ChannelGridEditor::stored, this, [&state, &display](const QList<int>& rows) {

@@ -20,7 +20,7 @@ class TrimGridEditor;
 class GridEditing : public QObject {
     Q_OBJECT
 public:
-    GridEditing(SetupState& state, OperatorDialogs& dialogs, Language language, ChannelSetupPanel* frame1,
+    GridEditing(SetupState& state, OperatorDialogs& dialogs, ChannelSetupPanel* frame1,
                 AdjustPanel* frame2, FrameDisplay& display);
 
     // Every editor put away without storing (another module is shown).

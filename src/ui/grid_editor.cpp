@@ -4,7 +4,13 @@
 
 namespace velmor {
 
-GridEditor::GridEditor(CellGrid* grid) : QObject(grid), grid_(grid) {}
+GridEditor::GridEditor(CellGrid* grid, SetupState& state, OperatorDialogs& dialogs)
+    : QObject(grid)
+    , grid_(grid)
+    , state_(state)
+    , dialogs_(dialogs)
+{
+}
 
 void GridEditor::showEdit(const EditResult& result)
 {

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "edit/cell_updates.h"
+#include "link/operator_dialogs.h"
+#include "model/module_table.h"
+#include "texts/language.h"
 
 #include <QList>
 #include <QObject>
@@ -9,12 +12,13 @@ namespace velmor {
 
 class CellGrid;
 
-// What the grids' editors share beyond their boxes (CellBox): an edit's
-// cells shown in the grid, and the rows whose record changed said.
+// What the grids' editors share beyond their boxes (CellBox): the record
+// they edit, the operator they ask, an edit's cells shown in the grid, and
+// the rows whose record changed said.
 class GridEditor : public QObject {
     Q_OBJECT
 public:
-    explicit GridEditor(CellGrid* grid);
+    GridEditor(CellGrid* grid, SetupState& state, OperatorDialogs& dialogs);
 
 signals:
     // The record of the current module changed in these rows (1-based).
@@ -23,8 +27,12 @@ signals:
 protected:
     // Shows the edit's cells and says `stored` when the record changed.
     void showEdit(const EditResult& result);
+    // The language the window was started in, held by the state.
+    Language language() const { return languageOf(state_.languageMode); }
 
     CellGrid* grid_;
+    SetupState& state_;
+    OperatorDialogs& dialogs_;
 };
 
 }  // namespace velmor

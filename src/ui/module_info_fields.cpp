@@ -48,19 +48,18 @@ QLineEdit* numberBox(const char* name, const Text& label, Language language)
 
 }  // namespace
 
-ModuleInfoFields::ModuleInfoFields(SetupState& state, OperatorDialogs& dialogs, Language language, QWidget* parent)
+ModuleInfoFields::ModuleInfoFields(SetupState& state, OperatorDialogs& dialogs, QWidget* parent)
     : QWidget(parent)
     , state_(state)
     , dialogs_(dialogs)
-    , language_(language)
-    , txtModuleNumber_(numberBox("txtModuleNumber", texts::grid::kNumberLabel, language))
-    , txtVer_(numberBox("txtVer", texts::grid::kVersionLabel, language))
+    , txtModuleNumber_(numberBox("txtModuleNumber", texts::grid::kNumberLabel, language()))
+    , txtVer_(numberBox("txtVer", texts::grid::kVersionLabel, language()))
 {
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setColumnStretch(2, 1);
     for (int row = 0; row < static_cast<int>(std::size(kRows)); ++row) {
-        auto* label = new QLabel(pick(kRows[row].label, language));
+        auto* label = new QLabel(pick(kRows[row].label, language()));
         label->setObjectName(arrayName("lblModule", row));
         layout->addWidget(label, row, 0);
         const int list = kRows[row].list;
@@ -79,7 +78,7 @@ ModuleInfoFields::ModuleInfoFields(SetupState& state, OperatorDialogs& dialogs, 
         text->setObjectName(arrayName("txtModulePar", list));
         text->setReadOnly(true);
         text->setFocusPolicy(Qt::ClickFocus);
-        text->setAccessibleName(label->text() + pick(texts::grid::kChosenTextSuffix, language));
+        text->setAccessibleName(label->text() + pick(texts::grid::kChosenTextSuffix, language()));
         label->setBuddy(combo);
         layout->addWidget(combo, row, 1);
         layout->addWidget(text, row, 2);
@@ -106,7 +105,7 @@ void ModuleInfoFields::showModule()
         const Capability capability = kListedCapabilities[list];
         const QSignalBlocker quiet(lists_[list]);
         lists_[list]->clear();
-        lists_[list]->addItems(optionList(capability, language_));
+        lists_[list]->addItems(optionList(capability, language()));
         lists_[list]->setCurrentIndex(shownIndex(capability, capabilityCode(record, capability)));
         texts_[list]->setText(lists_[list]->currentText());
         texts_[list]->setCursorPosition(0);
@@ -137,7 +136,7 @@ std::optional<int> ModuleInfoFields::typedNumber(const QLineEdit* box, int highe
 {
     const auto number = wholeNumberWithin(box->text(), highest);
     if (!number)
-        dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::message::kInputDataError, language_));
+        dialogs_.showMessage(pick(texts::message::kTitle, language()), pick(texts::message::kInputDataError, language()));
     return number;
 }
 

@@ -24,7 +24,7 @@ class ModuleInfoFields : public QWidget {
 public:
     static constexpr int kLists = static_cast<int>(std::size(kListedCapabilities));
 
-    ModuleInfoFields(SetupState& state, OperatorDialogs& dialogs, Language language, QWidget* parent = nullptr);
+    ModuleInfoFields(SetupState& state, OperatorDialogs& dialogs, QWidget* parent = nullptr);
 
     // Every list refilled in the language and set to the record's codes.
     void showModule();
@@ -32,13 +32,14 @@ public:
     void clearBoxes();
 
 private:
+    // The language the window was started in, held by the state.
+    Language language() const { return languageOf(state_.languageMode); }
     void listChosen(int list, int index);
     // The box's number when it lies within 0..highest; else the error is told.
     std::optional<int> typedNumber(const QLineEdit* box, int highest);
 
     SetupState& state_;
     OperatorDialogs& dialogs_;
-    Language language_;
     std::array<QComboBox*, kLists> lists_{};
     std::array<QLineEdit*, kLists> texts_{};
     QLineEdit* txtModuleNumber_;

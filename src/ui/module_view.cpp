@@ -11,9 +11,9 @@
 
 namespace velmor {
 
-ModuleView::ModuleView(SetupState& state, Language language, ChannelSetupPanel* frame1, AdjustPanel* frame2,
+ModuleView::ModuleView(SetupState& state, ChannelSetupPanel* frame1, AdjustPanel* frame2,
                        ModuleInfoPanel* frame3, PortSearchBar* bar)
-    : state_(state), language_(language), frame1_(frame1), frame2_(frame2), frame3_(frame3), bar_(bar)
+    : state_(state), frame1_(frame1), frame2_(frame2), frame3_(frame3), bar_(bar)
 {
 }
 
@@ -45,14 +45,14 @@ void ModuleView::show(int parts)
 {
     const ModuleRecord& record = state_.current();
     if (parts & Channels) {
-        frame1_->setTitle(channelFrameTitle(record.modelCode, language_));
+        frame1_->setTitle(channelFrameTitle(record.modelCode, languageOf(state_.languageMode)));
         frame1_->channelGrid()->showCells(
-            channelGridCells(record, language_, state_.currentMask()));
+            channelGridCells(record, languageOf(state_.languageMode), state_.currentMask()));
     }
     if (parts & Calibration)
-        frame1_->calibrationGrid()->showCells(calibrationGridCells(record, language_));
+        frame1_->calibrationGrid()->showCells(calibrationGridCells(record, languageOf(state_.languageMode)));
     if (parts & Adjust)
-        frame2_->adjustGrid()->showCells(adjustGridCells(record, language_));
+        frame2_->adjustGrid()->showCells(adjustGridCells(record, languageOf(state_.languageMode)));
     if (parts & Information) {
         frame3_->fields()->showModule();
         // The chooser shows the module's own line and address.

@@ -20,7 +20,7 @@ class PortSearchBar;
 class ModuleView : public QObject {
     Q_OBJECT
 public:
-    ModuleView(SetupState& state, Language language, ChannelSetupPanel* frame1, AdjustPanel* frame2,
+    ModuleView(SetupState& state, ChannelSetupPanel* frame1, AdjustPanel* frame2,
                ModuleInfoPanel* frame3, PortSearchBar* bar);
 
     // Everything, now.
@@ -35,7 +35,6 @@ private:
     void show(int parts);
 
     SetupState& state_;
-    Language language_;
     ChannelSetupPanel* frame1_;
     AdjustPanel* frame2_;
     ModuleInfoPanel* frame3_;

@@ -137,7 +137,7 @@ AdjustPanel::AdjustPanel(Language language)
 
 ModuleInfoPanel::ModuleInfoPanel(SetupState& state, OperatorDialogs& dialogs, Language language)
     : OperationPanel("Frame3", texts::window::kFrame3, language)
-    , fields_(new ModuleInfoFields(state, dialogs, language))
+    , fields_(new ModuleInfoFields(state, dialogs))
     , lblModuleString_(frameLabel(QStringLiteral("lblModuleString"), texts::window::kSentFrameName, language))
     , lblModuleReturnString_(frameLabel(QStringLiteral("lblModuleReturnString"), texts::window::kReturnedFrameName, language))
 {

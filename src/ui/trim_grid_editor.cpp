@@ -12,13 +12,9 @@
 
 namespace velmor {
 
-TrimGridEditor::TrimGridEditor(TrimGrid kind, CellGrid* grid, SetupState& state, OperatorDialogs& dialogs,
-                               Language language)
-    : GridEditor(grid)
+TrimGridEditor::TrimGridEditor(TrimGrid kind, CellGrid* grid, SetupState& state, OperatorDialogs& dialogs)
+    : GridEditor(grid, state, dialogs)
     , kind_(kind)
-    , state_(state)
-    , dialogs_(dialogs)
-    , language_(language)
     , box_(new QLineEdit(grid->viewport()))
     , cell_(new CellBox(box_, grid, CellBox::Fit::Inset))
 {
@@ -63,7 +59,7 @@ void TrimGridEditor::askRows(int column, RowSpan rows)
     const QModelIndex top = grid_->model()->index(rows.first - 1, column);
     const QModelIndex bottom = grid_->model()->index(rows.last - 1, column);
     grid_->selectionModel()->select(QItemSelection(top, bottom), QItemSelectionModel::ClearAndSelect);
-    const TrimPrompt prompt = trimPrompt(kind_, language_);
+    const TrimPrompt prompt = trimPrompt(kind_, language());
     const QString answer = dialogs_.askText(prompt.title, prompt.text);
     // Cancelled or answered, the current cell is the selection's last row.
     grid_->selectionModel()->setCurrentIndex(bottom, QItemSelectionModel::NoUpdate);
@@ -76,7 +72,7 @@ void TrimGridEditor::box_Change(const QString& text)
 {
     if (kind_ != TrimGrid::Adjust || row_ == 0 || adjustTextInRange(text, column_))
         return;
-    dialogs_.showMessage(pick(texts::message::kTitle, language_), pick(texts::message::kInputDataError, language_));
+    dialogs_.showMessage(pick(texts::message::kTitle, language()), pick(texts::message::kInputDataError, language()));
     // The next key replaces the whole text.
     box_->selectAll();
 }
@@ -98,8 +94,8 @@ void TrimGridEditor::showMarked(const EditResult& result)
     // An adjust value out of its range stays shown while the record keeps
     // the old one; such a cell is marked, so that nobody takes it for sent.
     if (kind_ == TrimGrid::Adjust)
-        grid_->cellModel()->markUnstored(adjustGridCells(state_.current(), language_),
-                                         pick(texts::grid::kShownNotStored, language_));
+        grid_->cellModel()->markUnstored(adjustGridCells(state_.current(), language()),
+                                         pick(texts::grid::kShownNotStored, language()));
 }
 
 }  // namespace velmor

@@ -1,11 +1,7 @@
 #pragma once
 
-#include "edit/cell_updates.h"
 #include "edit/trim_rules.h"
 #include "grid_editor.h"
-#include "link/operator_dialogs.h"
-#include "model/module_table.h"
-#include "texts/language.h"
 
 class QLineEdit;
 
@@ -21,7 +17,7 @@ class CellGrid;
 class TrimGridEditor : public GridEditor {
     Q_OBJECT
 public:
-    TrimGridEditor(TrimGrid kind, CellGrid* grid, SetupState& state, OperatorDialogs& dialogs, Language language);
+    TrimGridEditor(TrimGrid kind, CellGrid* grid, SetupState& state, OperatorDialogs& dialogs);
 
     // Puts the box away without storing anything (another module is shown).
     void close();
@@ -36,9 +32,6 @@ private:
     void showMarked(const EditResult& result);
 
     TrimGrid kind_;
-    SetupState& state_;
-    OperatorDialogs& dialogs_;
-    Language language_;
     QLineEdit* box_;
     CellBox* cell_;
     // The cell being edited, taken when the box opens.

@@ -46,6 +46,24 @@ struct ChannelEditor {
 // Which editor a click on `column` of the channel grid gets for the module, or why none.
 ChannelEditor channelEditor(const ModuleRecord& module, int column, Language language);
 
+// The one dispatch on an editor's kind, for every front end: `front` says
+// what it does with a list, a number prompt, the toggle, the frequency dialog
+// and with no editor at all (members list, prompt, toggle, frequencyDialog,
+// none, each taking the editor and returning the same type).
+template <typename Front>
+auto withEditor(const ChannelEditor& editor, Front&& front)
+{
+    switch (editor.kind) {
+    case EditorKind::List: return front.list(editor);
+    case EditorKind::WholeNumberPrompt:
+    case EditorKind::NumberPrompt: return front.prompt(editor);
+    case EditorKind::Toggle: return front.toggle(editor);
+    case EditorKind::FrequencyDialog: return front.frequencyDialog(editor);
+    case EditorKind::None: break;
+    }
+    return front.none(editor);
+}
+
 // Opening the division list (column 7) on a channel whose holdExponent is above
 // 7 lowers it to 7 first. Nothing for other columns or when the list does not open.
 void openingList(ModuleRecord& module, int column, int row);

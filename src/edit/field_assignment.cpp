@@ -150,37 +150,48 @@ std::optional<QString> assignField(ModuleRecord& module, const FieldAssignment& 
     if (editor.refusal != Refusal::None)
         return refusalText(editor.refusal, module, name, language);
 
-    switch (editor.kind) {
-    case EditorKind::List: {
-        const int item = listItem(module, field->column, assignment.value);
-        if (item < 0)
-            return pick(texts::assignment::kNoSuchItem, language)
-                .arg(assignment.value, name, editor.items.join(QStringLiteral(", ")));
-        for (const RowSpan& run : runs) {
-            openingList(module, field->column, run.first);
-            merge(result, chooseListItem(module, field->column, item, run, language));
+    // The editor a click would open, used as an operator would: the item
+    // chosen, the number answered, the dialog driven. The toggle is no part
+    // of the record, so no field names it.
+    using Outcome = std::optional<QString>;
+    struct Assign {
+        ModuleRecord& module;
+        const Field& field;
+        const QString& name;
+        const QString& value;
+        const QList<RowSpan>& runs;
+        Language language;
+        EditResult& result;
+
+        Outcome list(const ChannelEditor& editor)
+        {
+            const int item = listItem(module, field.column, value);
+            if (item < 0)
+                return pick(texts::assignment::kNoSuchItem, language).arg(value, name, editor.items.join(QStringLiteral(", ")));
+            for (const RowSpan& run : runs) {
+                openingList(module, field.column, run.first);
+                merge(result, chooseListItem(module, field.column, item, run, language));
+            }
+            return std::nullopt;
         }
-        return std::nullopt;
-    }
-    case EditorKind::WholeNumberPrompt:
-    case EditorKind::NumberPrompt: {
-        const std::optional<double> number = wholeTextNumber(assignment.value);
-        if (!number)
-            return pick(texts::message::kInputDataError, language);
-        if (*number < 0)
-            return pick(texts::assignment::kNotNegative, language).arg(name);
-        if (field->column == kZeroAdjustColumn || field->column == kGainAdjustColumn)
-            return typeAdjust(module, *field, assignment.value, runs, language, result);
-        for (const RowSpan& run : runs)
-            merge(result, answerPrompt(module, field->column, assignment.value, run, language));
-        return std::nullopt;
-    }
-    case EditorKind::FrequencyDialog:
-        return setFrequency(module, assignment.value, runs, language, result);
-    case EditorKind::Toggle:
-    case EditorKind::None: break;
-    }
-    return refusalText(Refusal::NoSuchColumn, module, name, language);
+        Outcome prompt(const ChannelEditor&)
+        {
+            const std::optional<double> number = wholeTextNumber(value);
+            if (!number)
+                return pick(texts::message::kInputDataError, language);
+            if (*number < 0)
+                return pick(texts::assignment::kNotNegative, language).arg(name);
+            if (field.column == kZeroAdjustColumn || field.column == kGainAdjustColumn)
+                return typeAdjust(module, field, value, runs, language, result);
+            for (const RowSpan& run : runs)
+                merge(result, answerPrompt(module, field.column, value, run, language));
+            return std::nullopt;
+        }
+        Outcome frequencyDialog(const ChannelEditor&) { return setFrequency(module, value, runs, language, result); }
+        Outcome toggle(const ChannelEditor& editor) { return none(editor); }
+        Outcome none(const ChannelEditor&) { return refusalText(Refusal::NoSuchColumn, module, name, language); }
+    };
+    return withEditor(editor, Assign{module, *field, name, assignment.value, runs, language, result});
 }
 
 QList<RowSpan> runsOfMask(quint32 mask)

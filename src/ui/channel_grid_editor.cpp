@@ -116,24 +116,21 @@ void ChannelGridEditor::close()
 void ChannelGridEditor::cellReleased(int row, int column, RowSpan rows)
 {
     close();
-    const ChannelEditor editor = channelEditor(module(), column, language());
-    switch (editor.kind) {
-    case EditorKind::List:
-        openList(editor, row, column, rows);
-        break;
-    case EditorKind::WholeNumberPrompt:
-    case EditorKind::NumberPrompt:
-        askNumber(editor, column, rows);
-        break;
-    case EditorKind::Toggle:
-        showEdit(toggleAutoBalance(state_.currentMask(), row, language()));
-        break;
-    case EditorKind::FrequencyDialog:
-        openFrequencyDialog(row, rows);
-        break;
-    case EditorKind::None:
-        break;  // refused: nothing opens
-    }
+    // What a click opens; the choice, the answer or the dialog's OK stores later.
+    struct Click {
+        ChannelGridEditor& grid;
+        int row, column;
+        RowSpan rows;
+        void list(const ChannelEditor& editor) { grid.openList(editor, row, column, rows); }
+        void prompt(const ChannelEditor& editor) { grid.askNumber(editor, column, rows); }
+        void toggle(const ChannelEditor&)
+        {
+            grid.showEdit(toggleAutoBalance(grid.state_.currentMask(), row, grid.language()));
+        }
+        void frequencyDialog(const ChannelEditor&) { grid.openFrequencyDialog(row, rows); }
+        void none(const ChannelEditor&) {}  // refused: nothing opens
+    };
+    withEditor(channelEditor(module(), column, language()), Click{*this, row, column, rows});
 }
 
 void ChannelGridEditor::openList(const ChannelEditor& editor, int row, int column, RowSpan rows)

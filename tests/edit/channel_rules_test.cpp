@@ -30,6 +30,7 @@ class ChannelRulesTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void everyEditorKindReachesItsOwnHandler();
     // Which editor a click opens.
     void listColumnsOfferTheirItemsAndCaptions_data();
     void listColumnsOfferTheirItemsAndCaptions();
@@ -380,6 +381,30 @@ void ChannelRulesTest::toggleOutsideTheChannelsChangesNothing()
     qint32 mask = 0x1234;
     QCOMPARE(toggleAutoBalance(mask, row, Language::Chinese), EditResult{});
     QCOMPARE(mask, qint32(0x1234));
+}
+
+void ChannelRulesTest::everyEditorKindReachesItsOwnHandler()
+{
+    // Both front ends go through withEditor; each kind to one handler.
+    struct Named {
+        QString list(const ChannelEditor&) { return QStringLiteral("list"); }
+        QString prompt(const ChannelEditor&) { return QStringLiteral("prompt"); }
+        QString toggle(const ChannelEditor&) { return QStringLiteral("toggle"); }
+        QString frequencyDialog(const ChannelEditor&) { return QStringLiteral("frequency"); }
+        QString none(const ChannelEditor&) { return QStringLiteral("none"); }
+    };
+    const QList<std::pair<EditorKind, QString>> kinds{
+        {EditorKind::List, "list"},       {EditorKind::WholeNumberPrompt, "prompt"},
+        {EditorKind::NumberPrompt, "prompt"}, {EditorKind::Toggle, "toggle"},
+        {EditorKind::FrequencyDialog, "frequency"}, {EditorKind::None, "none"}};
+    for (const auto& [kind, handler] : kinds) {
+        ChannelEditor editor;
+        editor.kind = kind;
+        QCOMPARE(withEditor(editor, Named{}), handler);
+    }
+    // A real click: the gain column of a module with a gain list opens the list.
+    const ModuleRecord module = moduleOf(kTmC16, {{&ModuleRecord::gainType, 1}});
+    QCOMPARE(withEditor(channelEditor(module, kGainColumn, Language::English), Named{}), QStringLiteral("list"));
 }
 
 QTEST_APPLESS_MAIN(ChannelRulesTest)

@@ -37,47 +37,52 @@ class SimWithSerialPortTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void portListFindsTheLineAndRepeatedExchangesWork_data()
-    {
-        QTest::addColumn<bool>("paced");
-        QTest::newRow("fast") << false;
-        QTest::newRow("paced") << true;
-    }
-    void portListFindsTheLineAndRepeatedExchangesWork()
-    {
-        QFETCH(bool, paced);
-        SimLine line({{1, 2}}, paced ? Pacing::Paced : Pacing::Fast);
-        QVERIFY2(line.isReady(), qPrintable(line.error()));
-        const QList<PortEntry> ports = listPorts({}, virtualPortsDirectory());
-        QCOMPARE(ports.size(), 1);
-        QCOMPARE(ports[0].name, line.portName());
-
-        ComPort port;
-        port.setPorts(ports);
-        for (int g = 0; g < kChannelGroups; ++g) {
-            ModuleRecord program = defaultModule();
-            program.busAddress = 1;
-            const QByteArray reply = exchange(port, ports[0].number, readChannelGroupRequest(program, g));
-            int status = 0;
-            QVERIFY2(parseInfoReply(reply, kCmdRead, program, status), qPrintable(QString::number(status)));
-            QCOMPARE(program.channels[static_cast<size_t>(4 * g)].cutoff,
-                     line.memory(1).channels[static_cast<size_t>(4 * g)].cutoff);
-        }
-    }
-
-    void vanishingLineIsLostOnce()
-    {
-        SimLine line;
-        ComPort port;
-        QSignalSpy lost(&port, &ComPort::lost);
-        QVERIFY(port.openDevice(line.devicePath()));
-        line.vanish();
-        QVERIFY(QTest::qWaitFor([&] { return lost.size() > 0; }, 2000));
-        QTest::qWait(200);
-        QCOMPARE(lost.size(), 1);
-        QVERIFY(!port.isOpen());
-    }
+    void portListFindsTheLineAndRepeatedExchangesWork_data();
+    void portListFindsTheLineAndRepeatedExchangesWork();
+    void vanishingLineIsLostOnce();
 };
+
+void SimWithSerialPortTest::portListFindsTheLineAndRepeatedExchangesWork_data()
+{
+    QTest::addColumn<bool>("paced");
+    QTest::newRow("fast") << false;
+    QTest::newRow("paced") << true;
+}
+
+void SimWithSerialPortTest::portListFindsTheLineAndRepeatedExchangesWork()
+{
+    QFETCH(bool, paced);
+    SimLine line({{1, 2}}, paced ? Pacing::Paced : Pacing::Fast);
+    QVERIFY2(line.isReady(), qPrintable(line.error()));
+    const QList<PortEntry> ports = listPorts({}, virtualPortsDirectory());
+    QCOMPARE(ports.size(), 1);
+    QCOMPARE(ports[0].name, line.portName());
+
+    ComPort port;
+    port.setPorts(ports);
+    for (int g = 0; g < kChannelGroups; ++g) {
+        ModuleRecord program = defaultModule();
+        program.busAddress = 1;
+        const QByteArray reply = exchange(port, ports[0].number, readChannelGroupRequest(program, g));
+        int status = 0;
+        QVERIFY2(parseInfoReply(reply, kCmdRead, program, status), qPrintable(QString::number(status)));
+        QCOMPARE(program.channels[static_cast<size_t>(4 * g)].cutoff,
+                 line.memory(1).channels[static_cast<size_t>(4 * g)].cutoff);
+    }
+}
+
+void SimWithSerialPortTest::vanishingLineIsLostOnce()
+{
+    SimLine line;
+    ComPort port;
+    QSignalSpy lost(&port, &ComPort::lost);
+    QVERIFY(port.openDevice(line.devicePath()));
+    line.vanish();
+    QVERIFY(QTest::qWaitFor([&] { return lost.size() > 0; }, 2000));
+    QTest::qWait(200);
+    QCOMPARE(lost.size(), 1);
+    QVERIFY(!port.isOpen());
+}
 
 QTEST_GUILESS_MAIN(SimWithSerialPortTest)
 #include "sim_with_serial_port_test.moc"

@@ -92,24 +92,54 @@ class AboutBoxTest : public QObject {
 private slots:
     void textsFollowTheLanguage_data();
     void textsFollowTheLanguage();
-    void captionsFitAtTheSmallestSize_data() { addLanguageRows(); }
+    void captionsFitAtTheSmallestSize_data();
     void captionsFitAtTheSmallestSize();
-    void okClosesTheBox_data() { addLanguageRows(); }
+    void okClosesTheBox_data();
     void okClosesTheBox();
     void systemInformationIsUnavailableHere_data();
     void systemInformationIsUnavailableHere();
     void helpAboutOpensTheBoxModally();
     void helpContentNamesAMissingManual();
     void openManualFindsNoManualBesideTheTestProgram();
-    void theManualLiesBesideTheProgramInBothLanguages_data() { addLanguageRows(); }
+    void theManualLiesBesideTheProgramInBothLanguages_data();
     void theManualLiesBesideTheProgramInBothLanguages();
-    void anInstalledProgramFindsTheManualInItsDocFolder_data() { addLanguageRows(); }
+    void anInstalledProgramFindsTheManualInItsDocFolder_data();
     void anInstalledProgramFindsTheManualInItsDocFolder();
-    void theManualIsSelfContainedUtf8_data() { addLanguageRows(); }
+    void theManualIsSelfContainedUtf8_data();
     void theManualIsSelfContainedUtf8();
-    void theManualQuotesTheProgramsTexts_data() { addLanguageRows(); }
+    void theManualQuotesTheProgramsTexts_data();
     void theManualQuotesTheProgramsTexts();
 };
+
+void AboutBoxTest::captionsFitAtTheSmallestSize_data()
+{
+    addLanguageRows();
+}
+
+void AboutBoxTest::okClosesTheBox_data()
+{
+    addLanguageRows();
+}
+
+void AboutBoxTest::theManualLiesBesideTheProgramInBothLanguages_data()
+{
+    addLanguageRows();
+}
+
+void AboutBoxTest::anInstalledProgramFindsTheManualInItsDocFolder_data()
+{
+    addLanguageRows();
+}
+
+void AboutBoxTest::theManualIsSelfContainedUtf8_data()
+{
+    addLanguageRows();
+}
+
+void AboutBoxTest::theManualQuotesTheProgramsTexts_data()
+{
+    addLanguageRows();
+}
 
 void AboutBoxTest::textsFollowTheLanguage_data()
 {

@@ -138,9 +138,14 @@ private slots:
     void leavingTheBoxReformatsItsText();
     void tabOrderRunsFromTheBoxToCancel();
     void tabStopsOnTheChosenOptionAndArrowsChoose();
-    void nothingIsClippedAtTheDialogsOwnSize_data() { addLanguageRows(); }
+    void nothingIsClippedAtTheDialogsOwnSize_data();
     void nothingIsClippedAtTheDialogsOwnSize();
 };
+
+void FrequencyDialogTest::nothingIsClippedAtTheDialogsOwnSize_data()
+{
+    addLanguageRows();
+}
 
 void FrequencyDialogTest::opensOnTheCellsFrequencyWithTheMatchingOptionChosen()
 {

@@ -105,18 +105,43 @@ void nextItem(QComboBox* list, Hand hand)
 class InputPathsTest : public QObject {
     Q_OBJECT
 private slots:
-    void pagesFollowTheirTabs_data() { addHands(true); }
+    void pagesFollowTheirTabs_data();
     void pagesFollowTheirTabs();
-    void channelGroupLabelsFollowTheirTabs_data() { addHands(true); }
+    void channelGroupLabelsFollowTheirTabs_data();
     void channelGroupLabelsFollowTheirTabs();
-    void moduleTabsMakeTheirModuleCurrent_data() { addHands(true); }
+    void moduleTabsMakeTheirModuleCurrent_data();
     void moduleTabsMakeTheirModuleCurrent();
     void aClickOnTheCurrentModuleTabShowsTheModuleAgain();
-    void portAndAddressListsReachTheRecord_data() { addHands(false); }
+    void portAndAddressListsReachTheRecord_data();
     void portAndAddressListsReachTheRecord();
-    void moduleInformationListsReachTheRecord_data() { addHands(false); }
+    void moduleInformationListsReachTheRecord_data();
     void moduleInformationListsReachTheRecord();
 };
+
+void InputPathsTest::pagesFollowTheirTabs_data()
+{
+    addHands(true);
+}
+
+void InputPathsTest::channelGroupLabelsFollowTheirTabs_data()
+{
+    addHands(true);
+}
+
+void InputPathsTest::moduleTabsMakeTheirModuleCurrent_data()
+{
+    addHands(true);
+}
+
+void InputPathsTest::portAndAddressListsReachTheRecord_data()
+{
+    addHands(false);
+}
+
+void InputPathsTest::moduleInformationListsReachTheRecord_data()
+{
+    addHands(false);
+}
 
 void InputPathsTest::pagesFollowTheirTabs()
 {

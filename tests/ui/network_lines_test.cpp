@@ -51,13 +51,18 @@ void chooseAddNetworkPort(frmMain& window)
 class NetworkLinesTest : public QObject {
     Q_OBJECT
 private slots:
-    void init() { QSettings(QStringLiteral("velmor"), QStringLiteral("velmor")).clear(); }
+    void init();
     void addNetworkPortIsTheChoosersLastEntryInBothLanguages();
     void addedNetworkPortIsSelectedAndRememberedForTheNextStart();
     void anAddressThatIsNoNetworkPortIsRefused();
     void cancelAddsNothing();
     void searchAllLinesAtOnceGivesTheSearchsTabsAndLocksTheWindow();
 };
+
+void NetworkLinesTest::init()
+{
+    QSettings(QStringLiteral("velmor"), QStringLiteral("velmor")).clear();
+}
 
 void NetworkLinesTest::addNetworkPortIsTheChoosersLastEntryInBothLanguages()
 {

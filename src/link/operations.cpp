@@ -139,40 +139,6 @@ LineActivity activityOf(const Request& request)
 
 }  // namespace
 
-Notice Notice::requestFailed(const Request& request, Failure failure)
-{
-    Notice n;
-    n.request = request;
-    n.failure = failure;
-    return n;
-}
-
-Notice Notice::portNotOpened(const PortEntry& port, const ComPort& com)
-{
-    Notice n;
-    n.kind = Kind::PortNotOpened;
-    n.port = port;
-    n.openFailure = com.openFailure();
-    n.reason = com.openFailureReason();
-    return n;
-}
-
-Notice Notice::lineBusy(const PortEntry& port, const LineHolder& holder)
-{
-    Notice n;
-    n.kind = Kind::LineBusy;
-    n.port = port;
-    n.holder = holder;
-    return n;
-}
-
-Notice Notice::tableFull()
-{
-    Notice n;
-    n.kind = Kind::TableFull;
-    return n;
-}
-
 void Operations::tell(const Request& request, Failure failure)
 {
     // During a search a silent address is normal.
@@ -189,31 +155,7 @@ void Operations::tell(const Notice& notice)
         say(notice);
 }
 
-void Operations::say(const Notice& notice)
-{
-    const Language language = languageOf(state_.languageMode);
-    const QString title = pick(texts::message::kTitle, language);
-    switch (notice.kind) {
-    case Notice::Kind::PortNotOpened:
-    case Notice::Kind::LineBusy:
-        dialogs_.showMessage(title, texts::message::openPortFail(notice.port.name, language));
-        return;
-    case Notice::Kind::TableFull: dialogs_.showMessage(title, pick(texts::message::kModuleTableFull, language)); return;
-    case Notice::Kind::RequestFailed: break;
-    }
-    switch (notice.failure) {
-    case Failure::PortNotOpened:
-    case Failure::LineBusy: {
-        const Text& openTitle = notice.request.command == kCmdBalance ? texts::message::kBalanceOpenFailTitle
-                                                                      : texts::message::kOpenFailTitle;
-        dialogs_.showMessage(pick(openTitle, language), pick(texts::message::kOpenComPortFail, language));
-        break;
-    }
-    case Failure::NoReply: dialogs_.showMessage(title, pick(texts::message::kNoRespond, language)); break;
-    case Failure::BadReply: dialogs_.showMessage(title, pick(texts::message::kReturnDataFail, language)); break;
-    case Failure::None: break;
-    }
-}
+void Operations::say(const Notice& notice) { sayNotice(notice, dialogs_, languageOf(state_.languageMode)); }
 
 bool Operations::notSent(const Request& request, Failure why)
 {

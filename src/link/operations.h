@@ -1,6 +1,7 @@
 #pragma once
 
 #include "exchange.h"
+#include "notice.h"
 #include "operator_dialogs.h"
 #include "serial/line_lock.h"
 #include "texts/language.h"
@@ -24,24 +25,6 @@ struct WriteProgress {
 // "groups 1-4 and adjust blocks 1-3 were written; adjust block 4 and the
 // coefficients were not".
 QString writeProgressText(const WriteProgress& progress, Language language);
-
-// Something a flow tells the operator, as a value: a request that failed, a
-// port that would not open, a line that stayed busy, a full module table.
-struct Notice {
-    enum class Kind { RequestFailed, PortNotOpened, LineBusy, TableFull };
-    Kind kind = Kind::RequestFailed;
-    Request request;                             // RequestFailed
-    Failure failure = Failure::None;             // RequestFailed
-    PortEntry port;                              // PortNotOpened, LineBusy
-    OpenFailure openFailure = OpenFailure::None; // PortNotOpened, and the system's words:
-    QString reason;
-    LineHolder holder;                           // LineBusy
-
-    static Notice requestFailed(const Request& request, Failure failure);
-    static Notice portNotOpened(const PortEntry& port, const ComPort& com);
-    static Notice lineBusy(const PortEntry& port, const LineHolder& holder);
-    static Notice tableFull();
-};
 
 // The operator's commands, from the click to the stored reply: single requests,
 // the chains that read or write a whole module, the information write behind

@@ -84,6 +84,20 @@ public:
         }
         return out;
     }
+    // Every request the line took before a beckon sent now. The simulator
+    // logs a request as it takes it, so once the beckon is in the log every
+    // request sent before it is too: no wait for "nothing more".
+    QList<Request> requestsSoFar() const
+    {
+        runCli(words("beckon --port") << port());
+        QList<Request> seen = requests();
+        if (seen.isEmpty() || seen.last().command != kCmdBeckon) {
+            qWarning("the line did not take the beckon sent to see what came before it");
+            return {{-1, -1}};
+        }
+        seen.removeLast();
+        return seen;
+    }
     // The memory of a module changed when the state file was written.
     bool changed() const { return QFileInfo::exists(statePath()); }
 
@@ -108,6 +122,20 @@ bool saveModule(WatchedLine& line, int address, const QString& path)
                .exitCode
         == 0;
 }
+
+// A TM-A4's configuration file, saved from a line of its own, and another
+// line whose only module, at address 5, is a TM-C16.
+struct A4FileBesideATmC16 {
+    A4FileBesideATmC16()
+    {
+        ready = line.start({QStringLiteral("1:TM-C16"), QStringLiteral("2:TM-A4")}) && saveModule(line, 2, a4)
+             && other.start({QStringLiteral("5:TM-C16")});
+    }
+    WatchedLine line;
+    WatchedLine other;
+    const QString a4 = line.file(QStringLiteral("a4.cfg"));
+    bool ready = false;
+};
 
 }  // namespace
 
@@ -173,8 +201,7 @@ void CliGuardsTest::writeRefusesWhatIsNotAModuleRecord()
     QCOMPARE(info.exitCode, 2);
     QCOMPARE(info.errText(), expected);
     QVERIFY(write.out.isEmpty() && info.out.isEmpty());
-    QTest::qWait(100);
-    QCOMPARE(line.requests().size(), 0);
+    QCOMPARE(line.requestsSoFar().size(), 0);
     QVERIFY(!line.changed());
     QCOMPARE(fileBytes(path), bytes);
 }
@@ -209,8 +236,7 @@ void CliGuardsTest::writeRefusesAModuleOfAnotherModel()
     QCOMPARE(refused.errText(), QStringLiteral("The module at address 1 is a TM-C16, but the file holds a TM-A4; nothing was written. "
                                                "Give --force to write it anyway."));
     // The module was asked who it is, and nothing else.
-    QTest::qWait(100);
-    const QList<Request> sent = line.requests().mid(before);
+    const QList<Request> sent = line.requestsSoFar().mid(before);
     QCOMPARE(sent.size(), 1);
     QCOMPARE(sent[0].address, 1);
     QCOMPARE(sent[0].command, kCmdRead);
@@ -256,8 +282,7 @@ void CliGuardsTest::addressTwoFiftyFiveIsRefusedWhereNoModuleAnswersIt()
         QCOMPARE(refused.exitCode, 2);
         QCOMPARE(refused.errText(), expected);
     }
-    QTest::qWait(100);
-    QCOMPARE(line.requests().size(), before);
+    QCOMPARE(line.requestsSoFar().size(), before);
     QVERIFY(!line.changed());
 }
 
@@ -293,18 +318,15 @@ void CliGuardsTest::informationWriteLearnsTheModelByTheBeckonThenWrites()
 
 void CliGuardsTest::informationWriteRefusesAModuleOfAnotherModel()
 {
-    WatchedLine line;
-    QVERIFY(line.start({QStringLiteral("1:TM-C16"), QStringLiteral("2:TM-A4")}));
-    const QString a4 = line.file(QStringLiteral("a4.cfg"));
-    QVERIFY(saveModule(line, 2, a4));
-    WatchedLine other;
-    QVERIFY(other.start({QStringLiteral("5:TM-C16")}));
+    const A4FileBesideATmC16 rig;
+    QVERIFY(rig.ready);
+    const QString& a4 = rig.a4;
+    const WatchedLine& other = rig.other;
     const CliResult refused = runEn(words("write-info --only-one-module --port") << other.port() << QStringLiteral("--config") << a4);
     QCOMPARE(refused.exitCode, 2);
     QCOMPARE(refused.errText(), QStringLiteral("The module at address 5 is a TM-C16, but the file holds a TM-A4; nothing was written. "
                                                "Give --force to write it anyway."));
-    QTest::qWait(100);
-    const QList<Request> sent = other.requests();
+    const QList<Request> sent = other.requestsSoFar();
     QCOMPARE(sent.size(), 1);
     QCOMPARE(sent[0].command, kCmdBeckon);
     QVERIFY(!other.changed());
@@ -312,12 +334,10 @@ void CliGuardsTest::informationWriteRefusesAModuleOfAnotherModel()
 
 void CliGuardsTest::forcedInformationWriteSendsTheWriteAlone()
 {
-    WatchedLine line;
-    QVERIFY(line.start({QStringLiteral("1:TM-C16"), QStringLiteral("2:TM-A4")}));
-    const QString a4 = line.file(QStringLiteral("a4.cfg"));
-    QVERIFY(saveModule(line, 2, a4));
-    WatchedLine other;
-    QVERIFY(other.start({QStringLiteral("5:TM-C16")}));
+    const A4FileBesideATmC16 rig;
+    QVERIFY(rig.ready);
+    const QString& a4 = rig.a4;
+    const WatchedLine& other = rig.other;
     const CliResult forced = runEn(words("write-info --force --only-one-module --port") << other.port() << QStringLiteral("--config") << a4);
     QCOMPARE(forced.exitCode, 0);
     const QList<Request> sent = other.requests();
@@ -335,8 +355,7 @@ void CliGuardsTest::channelsBeyondTheModuleAreRefused()
     QCOMPARE(refused.exitCode, 2);
     QCOMPARE(refused.errText(), QStringLiteral("--channels names channel 5, but the module at address 1 has 4 channels; "
                                                "no balance was sent. Give --force to send it anyway."));
-    QTest::qWait(100);
-    const QList<Request> sent = line.requests();
+    const QList<Request> sent = line.requestsSoFar();
     QCOMPARE(sent.size(), 1);
     QCOMPARE(sent[0].command, kCmdRead);
     QVERIFY(!line.changed());
@@ -373,8 +392,7 @@ void CliGuardsTest::filesThatAreNotRegularAreRefusedAtOnce()
     QCOMPARE(device.exitCode, 4);
     QCOMPARE(device.errText(), notRegular.arg(QStringLiteral("/dev/null")));
     QVERIFY(QFileInfo::exists(QStringLiteral("/dev/null")) && !QFileInfo(QStringLiteral("/dev/null")).isFile());
-    QTest::qWait(100);
-    QCOMPARE(line.requests().size(), 0);
+    QCOMPARE(line.requestsSoFar().size(), 0);
     QVERIFY(!line.changed());
 
     // The simulator's state file is held to the same rule.
@@ -514,8 +532,7 @@ void CliGuardsTest::aNameAndItsDeviceNeverTalkAtOnce()
         QVERIFY(holder.openDevice(line.port()));
         QCOMPARE(runEn(words("read --address 1 --port") << device).exitCode, 3);
     }
-    QTest::qWait(100);
-    QCOMPARE(line.requests().size(), 0);
+    QCOMPARE(line.requestsSoFar().size(), 0);
     QCOMPARE(runEn(words("read --address 1 --port") << device).exitCode, 0);
 }
 

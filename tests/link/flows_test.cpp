@@ -185,8 +185,10 @@ void FlowsTest::informationWriteWaitsForConfirmation()
     QCOMPARE(rig.dialogs.questions.size(), 1);
     QCOMPARE(rig.dialogs.questions.first().second, QStringLiteral("Only one module."));
     QCOMPARE(rig.dialogs.questions.first().first, QStringLiteral("Module Setup"));
-    QTest::qWait(100);
-    QVERIFY(line.requests().isEmpty());
+    // A beckon answered means the line has taken everything sent before it.
+    QVERIFY(rig.operations.beckon());
+    QCOMPARE(line.requests().size(), 1);
+    QCOMPARE(static_cast<quint8>(line.requests().first()[kCommandOffset]), kCmdBeckon);
 }
 
 void FlowsTest::informationWriteGoesToAddress255WithTheNewAddress()
@@ -246,9 +248,11 @@ void FlowsTest::failedBalanceNeitherWaitsNorRereads()
     QVERIFY(!rig.operations.balanceAndReadBack());
     QVERIFY(clock.elapsed() < Operations::kBalanceSettleMs);  // no settling wait after a failure
     QCOMPARE(rig.state.parseStatus, 4);
-    QTest::qWait(200);
-    QCOMPARE(line.requests().size(), 1);
+    // A beckon answered means the line has taken everything sent before it.
+    QVERIFY(rig.operations.beckon());
+    QCOMPARE(line.requests().size(), 2);
     QCOMPARE(static_cast<quint8>(line.requests().first()[kCommandOffset]), kCmdBalance);
+    QCOMPARE(static_cast<quint8>(line.requests().last()[kCommandOffset]), kCmdBeckon);
 }
 
 void FlowsTest::balanceReadsBackNewValuesOfMaskedChannels()

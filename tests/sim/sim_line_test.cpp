@@ -4,6 +4,7 @@
 #include "support/pty_peer.h"
 #include "support/sim_line.h"
 
+#include "sim/request_reader.h"
 #include "sim/sim_values.h"
 
 #include "protocol/replies.h"
@@ -20,12 +21,16 @@ using velmor::testing::SimLine;
 
 namespace {
 
-constexpr int kQuietMs = 300;  // long enough for any fast reply to have come
-
 bool acceptedAsInformation(QByteArrayView received, quint8 command, ModuleRecord& into)
 {
     int status = 0;
     return parseParameterReply(frameWithin(received), command, into, status);
+}
+
+// What the module at `address` answers to `request`, worked out off the line.
+QByteArray answerOf(SimLine& line, int address, const QByteArray& request)
+{
+    return SimModule(line.memory(address), 1).answer(request).reply;
 }
 
 }  // namespace
@@ -118,8 +123,10 @@ void SimLineTest::onlyTheAddressedModuleAnswers()
     QCOMPARE(program.busAddress, qint16(4));
     QCOMPARE(trimmedText(program.modelName), QStringLiteral("TM-A4"));
 
-    peer.exchange(readInfoRequest(9).frame(), kFullFrameLength, kQuietMs);
-    QVERIFY(peer.received().isEmpty());
+    peer.clear();
+    QVERIFY(peer.write(readInfoRequest(9).frame()));
+    const QByteArray answer = answerOf(line, 4, readInfoRequest(4).frame());
+    QCOMPARE(peer.probe(readInfoRequest(4).frame(), answer).toHex(' '), answer.toHex(' '));
 }
 
 void SimLineTest::beckonOfOneModuleRevealsItsAddress()
@@ -137,8 +144,8 @@ void SimLineTest::beckonOfTwoModulesCollidesAndIsRefused()
     PtyPeer peer(line.devicePath());
     const QByteArray received = peer.exchange(beckonRequest().frame(), kFullFrameLength);
     QCOMPARE(received.size(), kFullFrameLength);
-    peer.idle(50);
-    QCOMPARE(peer.received().size(), kFullFrameLength);  // one broken frame, not two
+    const QByteArray answer = answerOf(line, 1, readInfoRequest(1).frame());
+    QCOMPARE(peer.probe(readInfoRequest(1).frame(), answer), received + answer);  // one broken frame, not two
 
     const QByteArray first = SimModule(line.memory(1), 1).answer(beckonRequest().frame()).reply;
     const QByteArray second = SimModule(line.memory(2), 1).answer(beckonRequest().frame()).reply;
@@ -173,10 +180,11 @@ void SimLineTest::requestsToAddress255OtherThanBeckonAndInformationWriteGoUnansw
     QSignalSpy changed(&line.line(), &VirtualLine::memoryChanged);
     const QList<ModuleRecord> before = line.line().bus().memories();
     PtyPeer peer(line.devicePath());
-    peer.exchange(request, 1, kQuietMs);
-    QVERIFY2(peer.received().isEmpty(), peer.received().toHex(' ').constData());
-    QCOMPARE(line.requests().size(), 1);  // heard, and left alone
-    QVERIFY(line.replies().isEmpty());
+    QVERIFY(peer.write(request));
+    const QByteArray answer = answerOf(line, 4, readInfoRequest(4).frame());
+    QCOMPARE(peer.probe(readInfoRequest(4).frame(), answer).toHex(' '), answer.toHex(' '));
+    QCOMPARE(line.requests().size(), 2);  // heard, and left alone
+    QCOMPARE(line.replies(), QList<QByteArray>{answer});
     QCOMPARE(changed.size(), 0);
     QCOMPARE(line.line().bus().memories(), before);
 }
@@ -211,9 +219,10 @@ void SimLineTest::requestsWithABadChecksumOrUnknownCommandGetNoAnswer()
     QFETCH(QByteArray, request);
     SimLine line;
     PtyPeer peer(line.devicePath());
-    peer.exchange(request, 1, kQuietMs);
-    QVERIFY(peer.received().isEmpty());
-    QCOMPARE(line.requests().size(), 1);  // heard and logged all the same
+    QVERIFY(peer.write(request));
+    const QByteArray answer = answerOf(line, 1, beckonRequest().frame());
+    QCOMPARE(peer.probe(beckonRequest().frame(), answer).toHex(' '), answer.toHex(' '));
+    QCOMPARE(line.requests().size(), 2);  // heard and logged all the same
 }
 
 void SimLineTest::partialRequestFollowedBySilenceIsDropped()
@@ -222,12 +231,12 @@ void SimLineTest::partialRequestFollowedBySilenceIsDropped()
     PtyPeer peer(line.devicePath());
     const QByteArray read = readInfoRequest(1).frame();
     QVERIFY(peer.write(read.first(4)));
-    peer.idle(kQuietMs);
+    peer.stayQuiet(static_cast<int>(RequestReader::kQuietDropNs / 1'000'000) + 50);
     const QByteArray reply = peer.exchange(read, kFullFrameLength);
     ModuleRecord program = defaultModule();
     QVERIFY(acceptedAsInformation(reply, kCmdRead, program));
-    peer.idle(50);
-    QCOMPARE(peer.received().size(), kFullFrameLength);
+    const QByteArray answer = answerOf(line, 1, beckonRequest().frame());
+    QCOMPARE(peer.probe(beckonRequest().frame(), answer), reply + answer);  // one reply to the read
 }
 
 void SimLineTest::portClosedBetweenExchangesKeepsTheLineAlive()
@@ -302,15 +311,18 @@ void SimLineTest::faultsAsTheFarEndSeesThem()
     QFETCH(int, expectedBytes);
     QFETCH(int, status);
     SimLine line;
-    line.addFault(1, FaultKind(kind), 0, param);
+    line.addFault(1, FaultKind(kind), 1, param);  // the probe after it is answered whole
     PtyPeer peer(line.devicePath());
-    peer.exchange(readInfoRequest(1).frame(), expectedBytes + 1, kQuietMs);
-    QCOMPARE(peer.received().size(), expectedBytes);
+    QVERIFY(peer.write(readInfoRequest(1).frame()));
+    const QByteArray answer = answerOf(line, 1, beckonRequest().frame());
+    const QByteArray received = peer.probe(beckonRequest().frame(), answer);
+    QVERIFY(received.endsWith(answer));
+    QCOMPARE(received.size() - answer.size(), expectedBytes);
     if (status < 0)
         return;
     ModuleRecord program = defaultModule();
     int got = 0;
-    const bool accepted = parseParameterReply(frameWithin(peer.received()), kCmdRead, program, got);
+    const bool accepted = parseParameterReply(frameWithin(received.first(expectedBytes)), kCmdRead, program, got);
     QCOMPARE(accepted ? 0 : got, status);
 }
 
@@ -358,13 +370,16 @@ void SimLineTest::moduleDropsOffAfterItsExchanges()
     const QByteArray read = readInfoRequest(1).frame();
     QCOMPARE(peer.exchange(read, kFullFrameLength).size(), kFullFrameLength);
     QCOMPARE(peer.exchange(read, kFullFrameLength).size(), kFullFrameLength);
-    peer.exchange(read, kFullFrameLength, kQuietMs);
-    QVERIFY(peer.received().isEmpty());
-    // Its neighbour still answers, and a write no longer reaches the dropped module.
-    QCOMPARE(peer.exchange(readInfoRequest(2).frame(), kFullFrameLength).size(), kFullFrameLength);
+    // Its neighbour still answers, and neither a read nor a write reaches the dropped module.
+    const QByteArray answer = answerOf(line, 2, readInfoRequest(2).frame());
+    peer.clear();
+    QVERIFY(peer.write(read));
+    QCOMPARE(peer.probe(readInfoRequest(2).frame(), answer).toHex(' '), answer.toHex(' '));
     ModuleRecord program = line.memory(1);
     program.channels[0].cutoff = 4321;
-    peer.exchange(writeChannelGroupRequest(program, 0).frame(), kFullFrameLength, kQuietMs);
+    peer.clear();
+    QVERIFY(peer.write(writeChannelGroupRequest(program, 0).frame()));
+    QCOMPARE(peer.probe(readInfoRequest(2).frame(), answer).toHex(' '), answer.toHex(' '));
     QVERIFY(line.memory(1).channels[0].cutoff != 4321);
 }
 
@@ -396,10 +411,12 @@ void SimLineTest::aFastLineAnswersNothingAfterItsLastExchange()
     PtyPeer peer(line.devicePath());
     const QByteArray read = readInfoRequest(1).frame();
     QCOMPARE(peer.exchange(read, kFullFrameLength).size(), kFullFrameLength);
-    peer.exchange(read, 1, kQuietMs);
+    peer.clear();
+    QVERIFY(peer.write(read));
+    // Once the far end has hung up, nothing more can come.
+    QVERIFY(QTest::qWaitFor([&] { return peer.hungUp(); }, 2000));
     QVERIFY2(peer.received().isEmpty(), peer.received().toHex(' ').constData());
     QCOMPARE(line.replies().size(), 1);
-    QVERIFY(QTest::qWaitFor([&] { return peer.hungUp(); }, 2000));
 }
 
 void SimLineTest::everyFrameIsLogged()

@@ -96,7 +96,7 @@ void SimPacingTest::aLateReplyDoesNotHoldAPromptOneBehindIt()
     line.addFault(1, FaultKind::Late, 0, 1500);
     PtyPeer peer(line.devicePath());
     QVERIFY(peer.write(readInfoRequest(1).frame()));
-    peer.idle(50);
+    QVERIFY(QTest::qWaitFor([&] { return line.requests().size() == 1; }, 2000));  // heard first
     QVERIFY(peer.write(readInfoRequest(2).frame()));
     // Module 2 answers at once, while module 1's reply is still 1.4 s away.
     QVERIFY(peer.waitForBytes(kFullFrameLength, 1000));

@@ -43,7 +43,15 @@ bool PtyPeer::waitForBytes(int count, int timeoutMs)
         && received_.size() >= count;
 }
 
-void PtyPeer::idle(int ms) { QTest::qWait(ms); }
+void PtyPeer::stayQuiet(int ms) { QTest::qWait(ms); }
+
+QByteArray PtyPeer::probe(QByteArrayView probe, const QByteArray& answer, int timeoutMs)
+{
+    // The result shows whether the answer came; the wait's own verdict adds nothing.
+    if (write(probe))
+        (void)QTest::qWaitFor([&] { return received_.endsWith(answer) || hungUp_; }, timeoutMs);
+    return received_;
+}
 
 QByteArray PtyPeer::exchange(QByteArrayView request, int expected, int timeoutMs)
 {

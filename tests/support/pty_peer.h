@@ -35,8 +35,14 @@ public:
     // Runs the event loop until at least `count` bytes wait in received(), or
     // the time is up; true when they are there.
     bool waitForBytes(int count, int timeoutMs = 2000);
-    // Runs the event loop for a while, collecting whatever arrives.
-    void idle(int ms);
+    // Keeps the line silent for `ms`, collecting whatever arrives: silence as
+    // a stimulus (a partial request dropped after a quiet line), not a wait.
+    void stayQuiet(int ms);
+    // Writes `probe` and runs the event loop until `answer` has come last;
+    // returns all received since the last clear(). A line answers in turn,
+    // so whatever an earlier request drew has come before the answer: an
+    // earlier request went unanswered when the result is `answer` alone.
+    QByteArray probe(QByteArrayView probe, const QByteArray& answer, int timeoutMs = 2000);
     // Writes a request, then waits for `expected` bytes; returns what came.
     QByteArray exchange(QByteArrayView request, int expected, int timeoutMs = 2000);
 

@@ -5,6 +5,7 @@
 #include "console_dialogs.h"
 #include "console_output.h"
 #include "exit_codes.h"
+#include "texts/arguments.h"
 #include "texts/cli.h"
 #include "texts/locale_language.h"
 #include "texts/qt_translations.h"
@@ -87,8 +88,8 @@ int runCli(const QStringList& arguments)
         const std::optional<QString> value = optionValue(arguments, i, kLang);
         if (!value)
             optionValue(arguments, i, kLog);  // steps over the log's file name
-        else if (value == QLatin1String("zh") || value == QLatin1String("en"))
-            options.languageMode = *value == QLatin1String("zh") ? 1 : 2;
+        else if (const std::optional<int> mode = languageModeNamed(*value))
+            options.languageMode = *mode;
     }
     const Language language = languageOf(options.languageMode);
     const QtTranslations qtWords(language);
@@ -102,8 +103,8 @@ int runCli(const QStringList& arguments)
         } else if (arg == QLatin1String("--trace")) {
             options.trace = true;
         } else if (const std::optional<QString> value = optionValue(arguments, i, kLang)) {
-            if (*value != QLatin1String("zh") && *value != QLatin1String("en")) {
-                printError(pick(texts::cli::kLangValues, language));
+            if (!languageModeNamed(*value)) {
+                printError(pick(texts::arguments::kLangValues, language));
                 return kExitUsage;
             }
             if (std::exchange(langGiven, true)) {
@@ -120,11 +121,14 @@ int runCli(const QStringList& arguments)
                 return kExitUsage;
             }
             options.logPath = *file;
+        } else if (arg == QLatin1String("--version")) {
+            printOut(texts::arguments::versionLine().toUtf8());
+            return outputChecked(kExitDone, language);
         } else if (arg == QLatin1String("--help") || arg == QLatin1String("-h")) {
             printOut(generalHelp(language).toUtf8());
             return outputChecked(kExitDone, language);
         } else {
-            printError(pick(texts::cli::kUnknownOption, language).arg(arg) + QLatin1Char('\n') + generalHelp(language));
+            printError(pick(texts::arguments::kUnknownOption, language).arg(arg) + QLatin1Char('\n') + generalHelp(language));
             return kExitUsage;
         }
     }

@@ -31,5 +31,6 @@ int main(int argc, char* argv[])
         app = std::make_unique<QCoreApplication>(argc, argv);
     }
     QCoreApplication::setApplicationName(QStringLiteral("velmor-cli"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VELMOR_VERSION));
     return velmor::cli::runCli(QCoreApplication::arguments());
 }

@@ -15,6 +15,7 @@ int main(int argc, char** argv)
     using namespace velmor::sim;
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("velmor-sim"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VELMOR_VERSION));
 
     QCommandLineParser parser;
     addSimOptions(parser);

@@ -58,6 +58,7 @@ void addSimOptions(QCommandLineParser& parser)
         "Publishes the line as a symbolic link NAME in the folder of virtual ports, then prints\n"
         "\"NAME<TAB>/dev/pts/N\" on one line when ready. Stops on SIGINT, SIGTERM or SIGHUP."));
     parser.addHelpOption();
+    parser.addVersionOption();
     const QString kinds = faultKindNames().join(QStringLiteral(", "));
     parser.addOptions({
         {kName, QStringLiteral("Name of the published port (default SIM1)."), QStringLiteral("NAME")},

@@ -17,6 +17,7 @@ inline constexpr Text kUsage{
     "  --log FILE    把本次收发的每一帧以 CSV 追加到 FILE（新文件或空文件先写表头）。\n"
     "  --lang zh|en  消息和文字的语言（默认跟随系统区域设置）。\n"
     "  -h, --help    显示本帮助；\"velmor-cli 命令 --help\" 说明一个命令。\n"
+    "  --version     显示程序名和版本。\n"
     "\n"
     "退出码：0 完成，1 通讯失败，2 用法错误或拒绝执行，\n"
     "3 串口无法打开，4 文件无法读取或写入。\n"
@@ -32,6 +33,7 @@ inline constexpr Text kUsage{
     "  --log FILE    Append every frame of the run to FILE as CSV (a header first when FILE is new or empty).\n"
     "  --lang zh|en  Language of messages and texts (default: from the system locale).\n"
     "  -h, --help    Show this help; 'velmor-cli COMMAND --help' describes a command.\n"
+    "  --version     Print the program's name and version.\n"
     "\n"
     "Exit codes: 0 done, 1 an exchange failed, 2 usage error or refusal,\n"
     "3 the port would not open, 4 a file could not be read or written.\n"
@@ -115,9 +117,7 @@ inline constexpr Text kNotRegular{"不是普通文件", "not a regular file"};
 inline constexpr Text kCannotWriteOutput{"无法写入标准输出：%1", "Cannot write the standard output: %1"};
 
 // Usage errors.
-inline constexpr Text kLangValues{"--lang 只取 zh 或 en。", "--lang takes zh or en."};
 inline constexpr Text kLogValue{"--log 需要一个文件名。", "--log takes a file name."};
-inline constexpr Text kUnknownOption{"未知选项 %1。", "Unknown option %1."};
 inline constexpr Text kUnknownCommand{"未知命令 %1。", "Unknown command %1."};
 inline constexpr Text kPortRequired{"需要 --port。", "--port is required."};
 inline constexpr Text kConfigRequired{"需要 --config。", "--config is required."};

@@ -198,6 +198,22 @@ CellGrid::CellGrid(const QString& objectName, const QString& accessibleName, QWi
     setSelectionMode(QAbstractItemView::ContiguousSelection);
     setWordWrap(false);
     horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->viewport()->installEventFilter(this);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column, int, int width) {
+        if (!headingHeld_)
+            return;
+        operatorWidths_.resize(std::max(operatorWidths_.size(), qsizetype(column) + 1));
+        operatorWidths_[column] = width;
+    });
+}
+
+void CellGrid::setOperatorWidths(const QList<int>& widths)
+{
+    operatorWidths_ = widths;
+    QList<int> all;
+    for (int c = 0; c < model_->columnCount(); ++c)
+        all << c;
+    fitColumns(all);
 }
 
 void CellGrid::showCells(const GridCells& cells)
@@ -239,8 +255,22 @@ void CellGrid::mouseReleaseEvent(QMouseEvent* event)
 
 void CellGrid::fitColumns(const QList<int>& columns)
 {
-    for (int c : columns)
+    for (int c : columns) {
         resizeColumnToContents(c);
+        if (c < operatorWidths_.size() && columnWidth(c) < operatorWidths_[c])
+            setColumnWidth(c, operatorWidths_[c]);
+    }
+}
+
+bool CellGrid::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == horizontalHeader()->viewport()) {
+        if (event->type() == QEvent::MouseButtonPress)
+            headingHeld_ = true;
+        else if (event->type() == QEvent::MouseButtonRelease)
+            headingHeld_ = false;
+    }
+    return QTableView::eventFilter(watched, event);
 }
 
 }  // namespace velmor

@@ -81,6 +81,11 @@ public:
     CellTextModel* cellModel() const { return model_; }
     // The rows (1-based) of the current selection together with `row`.
     RowSpan selectedRows(int row) const;
+    // Widths the operator gave columns by dragging their edges in the
+    // heading, or that an earlier run kept (0: none): such a column is never
+    // fitted narrower.
+    QList<int> operatorWidths() const { return operatorWidths_; }
+    void setOperatorWidths(const QList<int>& widths);
 
 signals:
     // A mouse button came up over the cell at `row` (1-based) and `column`:
@@ -89,12 +94,17 @@ signals:
 
 protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
+    // Tells a drag in the heading from the program's own resizing.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    // The widest of heading and cells, so that no heading is clipped.
+    // The widest of heading and cells, so that no heading is clipped, and
+    // no narrower than the operator made it.
     void fitColumns(const QList<int>& columns);
 
     CellTextModel* model_;
+    QList<int> operatorWidths_;
+    bool headingHeld_ = false;  // a mouse button is down on the heading
 };
 
 }  // namespace velmor

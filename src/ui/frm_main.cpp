@@ -1,29 +1,32 @@
 #include "frm_main.h"
 
-#include "config/config_file.h"
+#include "cell_grid.h"
 #include "config/config_location.h"
 #include "file_chooser.h"
 #include "frame_display.h"
 #include "frame_log_pane.h"
+#include "frame_page.h"
 #include "frm_about.h"
 #include "help_manual.h"
+#include "language_menu.h"
 #include "main_menus.h"
 #include "module_info_fields.h"
 #include "module_view.h"
 #include "operation_panels.h"
 #include "port_search_bar.h"
-#include "report/report_file.h"
-#include "report/setup_report.h"
 #include "serial/port_list.h"
 #include "tab_strip.h"
 #include "texts/message.h"
-#include "texts/report.h"
 #include "texts/window.h"
 #include "twips.h"
 #include "widget_dialogs.h"
+#include "window_placement.h"
+#include "window_title.h"
 
 #include <QCloseEvent>
-#include <QDateTime>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTabBar>
@@ -77,7 +80,7 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
     setObjectName(QStringLiteral("frmMain"));
     // Form_Resize's first rule: never narrower than 8000 twips.
     setMinimumWidth(twipsToPixels(twips::kMinimumWidth, this));
-    setWindowTitle(pick(texts::window::kWindowTitle, language()));
+    showTitle();
 
     tabStripCom_->setObjectName(QStringLiteral("TabStripCom"));
     tabStripCom_->setAccessibleName(pick(texts::window::kModuleTabsName, language()));
@@ -118,6 +121,12 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
 
 void frmMain::notify(const QString& text) { statusBar()->showMessage(text); }
 
+void frmMain::showTitle()
+{
+    const bool moduleKnown = state_.moduleCount > 0 || !documentPath_.isEmpty();
+    setWindowTitle(velmor::windowTitle(moduleKnown ? &state_.current() : nullptr, documentPath_, language()));
+}
+
 frmMain::~frmMain() = default;
 
 QWidget* frmMain::buildFrames()
@@ -128,7 +137,7 @@ QWidget* frmMain::buildFrames()
     for (const Text* caption : texts::window::kFrameTabs)
         tabStrip1_->addTab(pick(*caption, language()));
     for (QWidget* frame : std::initializer_list<QWidget*>{frame1_, frame2_, frame3_})
-        frames_->addWidget(frame);
+        frames_->addWidget(new FramePage(frame));
     followTabs(tabStrip1_, this, [this](int index) { TabStrip1_Click(index); });
 
     auto* box = new QWidget;
@@ -159,7 +168,8 @@ void frmMain::wireMenus()
     connect(menus_, &MainMenus::beckon, this, [this, &ops] { runFlow([&ops] { ops.beckon(); }); });
     connect(menus_, &MainMenus::helpContent, this, [this] { MnuHelp_Content_Click(language(), dialogs_); });
     connect(menus_, &MainMenus::about, this, [this] { frmAbout(language(), dialogs_, this).exec(); });
-    menus_->addViewEntry(frameLog_->toggleViewAction());
+    menus_->viewMenu()->addAction(frameLog_->toggleViewAction());
+    connect(new LanguageMenu(menus_->viewMenu(), language()), &LanguageMenu::chosen, this, &frmMain::notify);
 }
 
 void frmMain::wirePanels()
@@ -256,6 +266,16 @@ void frmMain::Form_Load()
         dialogs_.showMessage(pick(texts::message::kTitle, language()), pick(texts::message::kNoComPort, language()));
     view_.showAll();
     frame3_->fields()->clearBoxes();
+    showTitle();
+}
+
+void frmMain::placeOnScreen()
+{
+    QList<QRect> screens;
+    for (const QScreen* screen : QGuiApplication::screens())
+        screens << screen->availableGeometry();
+    if (!restorePlacement(*this, findChildren<CellGrid*>(), screens))
+        fitFirstStart(*this, *findChild<CellGrid*>(QStringLiteral("MSHGridOperate")), screen()->availableGeometry());
 }
 
 void frmMain::unlockPanels()
@@ -281,70 +301,9 @@ void frmMain::runFlow(const std::function<void()>& flow)
     EnableCommands(true);
     flowRunning_ = false;
     watcher_.resume();
+    showTitle();
     if (closePending_)
         close();
-}
-
-void frmMain::MnuFile_Open_Click()
-{
-    const QString path = files_.openFileName();
-    if (path.isEmpty())
-        return;
-    // A file that cannot be read leaves the record as it was, without a
-    // box; the rest happens all the same. The status bar says why, and says
-    // what a short file left of the record.
-    QString reason;
-    qsizetype size = 0;
-    if (!loadConfigFile(path, state_.current(), &reason, &size))
-        notify(texts::message::fileFailure(path, reason, language()));
-    else
-        notify(shortFileNotice(path, size, language()));
-    // The file's port belongs to the machine it came from: the first port
-    // listed now takes its place.
-    applyPorts(listPorts());
-    bar_->selectFirstPort();
-    if (!lines_.isEmpty())
-        state_.current().portNumber = static_cast<qint16>(bar_->selectedPortNumber());
-    view_.showAll();
-}
-
-void frmMain::MnuFile_Save_Click() { save(configPath_); }
-
-void frmMain::MnuFile_SaveAs_Click()
-{
-    const QString path = files_.saveFileName();
-    if (!path.isEmpty())
-        save(path);
-}
-
-void frmMain::MnuFile_ExportReport_Click()
-{
-    const QString path =
-        files_.reportFileName(pick(texts::report::kPdfFilter, language()), pick(texts::report::kHtmlFilter, language()));
-    if (path.isEmpty())
-        return;
-    const std::optional<ReportFormat> format = reportFormatFor(path);
-    if (!format) {
-        dialogs_.showMessage(pick(texts::message::kTitle, language()), pick(texts::report::kNeedsSuffix, language()).arg(path));
-        return;
-    }
-    const ModuleRecord& record = state_.current();
-    const PortEntry* port = lines_.find(record.portNumber);
-    const ReportSubject subject{port ? port->name : QString::number(record.portNumber),
-                                state_.currentMask(),
-                                QDateTime::currentDateTime()};
-    const QString failure = writeReportFile(path, *format, setupReportHtml(record, subject, language()), language());
-    if (!failure.isEmpty())
-        dialogs_.showMessage(pick(texts::message::kTitle, language()), pick(texts::report::kCannotWrite, language()).arg(path, failure));
-}
-
-void frmMain::save(const QString& path)
-{
-    QString reason;
-    if (saveConfigFile(path, state_.current(), &reason))
-        return;
-    dialogs_.showMessage(pick(texts::message::kTitle, language()), pick(texts::message::kOpenConfigFail, language()));
-    notify(texts::message::fileFailure(path, reason, language()));
 }
 
 void frmMain::closeEvent(QCloseEvent* event)
@@ -355,6 +314,7 @@ void frmMain::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
+    rememberPlacement(*this, findChildren<CellGrid*>());
     // A failed save has shown its message; the window closes all the same.
     save(configPath_);
     event->accept();
@@ -368,12 +328,14 @@ void frmMain::TabStripCom_Click(int index)
     editing_.close();
     state_.currentModule = index;
     view_.showAll();
+    showTitle();
 }
 
 void frmMain::cmbModuleIndex_Click(int address)
 {
     state_.current().busAddress = static_cast<qint16>(address);
     frame3_->fields()->showModule();
+    showTitle();
 }
 
 void frmMain::EnableCommands(bool enabled)

@@ -45,6 +45,10 @@ public:
     // Start-up: the module table's defaults, the port list with its first
     // port selected, or the message that there is none.
     void Form_Load();
+    // Once shown: the size and place the last run left (within the screens
+    // there are now), or at a first start a size that shows the whole
+    // channel grid within the window's screen.
+    void placeOnScreen();
 
     void cmdSearch_Click();
     // "Search all lines at once": the same result, each line searched in parallel.
@@ -54,6 +58,8 @@ public:
     void TabStrip1_Click(int index);
 
     void MnuFile_Open_Click();
+    // Opens a configuration file as File > Open does, with its messages.
+    void openConfigFile(const QString& path);
     void MnuFile_Save_Click();
     void MnuFile_SaveAs_Click();
     // The current module's setup report, as PDF or HTML by the file's suffix.
@@ -63,6 +69,8 @@ public:
     // The file that Save, Exit and closing the window write.
     QString configPath() const { return configPath_; }
     void setConfigPath(const QString& path) { configPath_ = path; }
+    // The file the record was last opened from or saved to; empty before any.
+    QString documentPath() const { return documentPath_; }
 
 protected:
     // Closing saves as File > Save does; during a flow it waits for the
@@ -108,6 +116,8 @@ private:
     // After a search: which modules were not read wholly, in the status bar
     // and in their tabs' tool tips.
     void markUnreadModules(const QList<int>& unread);
+    // The title names the module shown and the file of the record.
+    void showTitle();
 
     // The language the window was started in: the state holds it, once.
     Language language() const { return languageOf(state_.languageMode); }
@@ -119,6 +129,7 @@ private:
     std::unique_ptr<FileChooser> ownFiles_;
     FileChooser& files_;
     QString configPath_;
+    QString documentPath_;
     bool closePending_ = false;
     Operations operations_;
     PortLines lines_;

@@ -61,8 +61,6 @@ MainMenus::MainMenus(QMenuBar* bar, Language language) : QObject(bar)
     wired(entry(help, "MnuHelp_About", texts::window::kMnuHelpAbout, language), &MainMenus::about);
 }
 
-void MainMenus::addViewEntry(QAction* action) { view_->addAction(action); }
-
 void MainMenus::setCommandsEnabled(bool enabled)
 {
     commandsOn_ = enabled;

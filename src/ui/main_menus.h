@@ -21,8 +21,8 @@ public:
 
     void setCommandsEnabled(bool enabled);
     void setModulesFound(bool found);
-    // An entry of the View menu, which shows or hides a pane.
-    void addViewEntry(QAction* action);
+    // The View menu, whose entries show or hide a pane or choose the language.
+    QMenu* viewMenu() const { return view_; }
 
 signals:
     void open();

@@ -1,6 +1,6 @@
 #include "remembered_ports.h"
 
-#include <QSettings>
+#include "operator_settings.h"
 
 namespace velmor {
 namespace {
@@ -11,12 +11,12 @@ const QString kKey = QStringLiteral("networkPorts");
 
 QStringList rememberedNetworkPorts()
 {
-    return QSettings(QStringLiteral("velmor"), QStringLiteral("velmor")).value(kKey).toStringList();
+    return OperatorSettings().value(kKey).toStringList();
 }
 
 void rememberNetworkPort(const QString& address)
 {
-    QSettings settings(QStringLiteral("velmor"), QStringLiteral("velmor"));
+    OperatorSettings settings;
     QStringList ports = settings.value(kKey).toStringList();
     if (ports.contains(address))
         return;

@@ -5,8 +5,8 @@
 
 namespace velmor {
 
-// The network lines the operator added, kept in the user's settings for the
-// next start; the only setting the program keeps.
+// The network lines the operator added, kept in the operator's settings for
+// the next start.
 QStringList rememberedNetworkPorts();
 // Adds `address` at the end unless it is there already.
 void rememberNetworkPort(const QString& address);

@@ -1,0 +1,95 @@
+// frmMain's files: the configuration file opened and saved, and the setup
+// report exported.
+
+#include "frm_main.h"
+
+#include "config/config_file.h"
+#include "file_chooser.h"
+#include "module_view.h"
+#include "port_search_bar.h"
+#include "report/report_file.h"
+#include "report/setup_report.h"
+#include "serial/port_list.h"
+#include "texts/desktop.h"
+#include "texts/message.h"
+#include "texts/report.h"
+
+#include <QDateTime>
+
+namespace velmor {
+
+void frmMain::MnuFile_Open_Click()
+{
+    const QString path = files_.openFileName();
+    if (!path.isEmpty())
+        openConfigFile(path);
+}
+
+void frmMain::openConfigFile(const QString& path)
+{
+    // A file that cannot be read leaves the record as it was, without a
+    // box; the rest happens all the same. The status bar says why, and says
+    // what a short file left of the record.
+    QString reason;
+    qsizetype size = 0;
+    if (!loadConfigFile(path, state_.current(), &reason, &size)) {
+        notify(texts::message::fileFailure(path, reason, language()));
+    } else {
+        documentPath_ = path;
+        const QString shortFile = shortFileNotice(path, size, language());
+        notify(shortFile.isEmpty() ? pick(texts::desktop::kOpened, language()).arg(path) : shortFile);
+    }
+    // The file's port belongs to the machine it came from: the first port
+    // listed now takes its place.
+    applyPorts(listPorts());
+    bar_->selectFirstPort();
+    if (!lines_.isEmpty())
+        state_.current().portNumber = static_cast<qint16>(bar_->selectedPortNumber());
+    view_.showAll();
+    showTitle();
+}
+
+void frmMain::MnuFile_Save_Click() { save(configPath_); }
+
+void frmMain::MnuFile_SaveAs_Click()
+{
+    const QString path = files_.saveFileName();
+    if (!path.isEmpty())
+        save(path);
+}
+
+void frmMain::MnuFile_ExportReport_Click()
+{
+    const QString path =
+        files_.reportFileName(pick(texts::report::kPdfFilter, language()), pick(texts::report::kHtmlFilter, language()));
+    if (path.isEmpty())
+        return;
+    const std::optional<ReportFormat> format = reportFormatFor(path);
+    if (!format) {
+        dialogs_.showMessage(pick(texts::message::kTitle, language()), pick(texts::report::kNeedsSuffix, language()).arg(path));
+        return;
+    }
+    const ModuleRecord& record = state_.current();
+    const PortEntry* port = lines_.find(record.portNumber);
+    const ReportSubject subject{port ? port->name : QString::number(record.portNumber),
+                                state_.currentMask(),
+                                QDateTime::currentDateTime()};
+    const QString failure = writeReportFile(path, *format, setupReportHtml(record, subject, language()), language());
+    if (!failure.isEmpty())
+        dialogs_.showMessage(pick(texts::message::kTitle, language()), pick(texts::report::kCannotWrite, language()).arg(path, failure));
+}
+
+void frmMain::save(const QString& path)
+{
+    QString reason;
+    if (saveConfigFile(path, state_.current(), &reason)) {
+        documentPath_ = path;
+        showTitle();
+        notify(pick(texts::desktop::kSaved, language()).arg(path));
+        return;
+    }
+    dialogs_.showMessage(pick(texts::message::kTitle, language()), pick(texts::message::kOpenConfigFail, language()));
+    notify(texts::message::fileFailure(path, reason, language()));
+}
+
+}  // namespace velmor

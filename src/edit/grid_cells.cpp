@@ -7,9 +7,11 @@
 #include "model/parameters.h"
 #include "model/reference.h"
 #include "texts/grid.h"
+#include "texts/hints.h"
 
 #include <algorithm>
 #include <iterator>
+#include <span>
 
 namespace velmor {
 
@@ -49,10 +51,20 @@ QString channelName(int channel, Language language)
     return pick(texts::grid::kChannelPrefix, language) + QString::number(channel + 1);
 }
 
-void appendNumbered(QStringList& headings, const Text& heading, int count, Language language)
+// Columns "heading1", "heading2" ... with their hints.
+void appendNumbered(GridCells& cells, const Text& heading, const Text& hint, int count, Language language)
 {
-    for (int i = 1; i <= count; ++i)
-        headings << pick(heading, language) + QString::number(i);
+    for (int i = 1; i <= count; ++i) {
+        cells.headings << pick(heading, language) + QString::number(i);
+        cells.hints << pick(hint, language).arg(i);
+    }
+}
+
+// Column 0 of every grid names the channel.
+void appendChannelColumn(GridCells& cells, Language language)
+{
+    cells.headings << pick(texts::grid::kChannelPrefix, language);
+    cells.hints << pick(texts::hints::kChannelColumns[0], language);
 }
 
 qint32 entry(const Table17& table, int index)
@@ -86,16 +98,22 @@ QString channelCellText(const ModuleRecord& record, int channel, int column, qin
     return QString();
 }
 
+static_assert(std::size(texts::hints::kChannelColumns) == std::size(texts::grid::kChannelHeadings) + 1);
+
 GridCells channelGridCells(const ModuleRecord& record, Language language, qint32 balanceMask)
 {
     GridCells cells;
-    cells.headings << pick(texts::grid::kChannelPrefix, language);
+    appendChannelColumn(cells, language);
     for (const Text& heading : texts::grid::kChannelHeadings)
         cells.headings << pick(heading, language);
+    for (const Text& hint : std::span(texts::hints::kChannelColumns).subspan(1))
+        cells.hints << pick(hint, language);
     int lastColumn = kLastParameterColumn;
     if (hasReferenceColumns(record.modelCode)) {
-        for (ReferenceColumn column : kReferenceColumns)
+        for (ReferenceColumn column : kReferenceColumns) {
             cells.headings << referenceHeader(column, language);
+            cells.hints << pick(texts::hints::kReferenceColumn, language);
+        }
         for (int c = kFirstReferenceColumn; c <= kLastReferenceColumn; ++c)
             cells.greyColumns << c;
         lastColumn = kLastReferenceColumn;
@@ -121,9 +139,9 @@ QString adjustCellText(const ChannelRecord& channel, int column)
 GridCells adjustGridCells(const ModuleRecord& record, Language language)
 {
     GridCells cells;
-    cells.headings << pick(texts::grid::kChannelPrefix, language);
-    appendNumbered(cells.headings, texts::grid::kZeroAdjustLabel, kAdjustEntries, language);
-    appendNumbered(cells.headings, texts::grid::kGainAdjustLabel, kAdjustEntries, language);
+    appendChannelColumn(cells, language);
+    appendNumbered(cells, texts::grid::kZeroAdjustLabel, texts::hints::kZeroAdjustColumn, kAdjustEntries, language);
+    appendNumbered(cells, texts::grid::kGainAdjustLabel, texts::hints::kGainAdjustColumn, kAdjustEntries, language);
     for (int channel = 0; channel < shownChannels(record); ++channel) {
         QStringList row{channelName(channel, language)};
         for (int column = 1; column <= 2 * kAdjustEntries; ++column)
@@ -178,9 +196,11 @@ GridCells calibrationGridCells(const ModuleRecord& record, Language language)
 {
     const int columns = gainCoefColumns(record.modelCode) + zeroCoefColumns(record.modelCode);
     GridCells cells;
-    cells.headings << pick(texts::grid::kChannelPrefix, language);
-    appendNumbered(cells.headings, texts::grid::kGainCoefHeading, gainCoefColumns(record.modelCode), language);
-    appendNumbered(cells.headings, texts::grid::kZeroCoefHeading, zeroCoefColumns(record.modelCode), language);
+    appendChannelColumn(cells, language);
+    appendNumbered(cells, texts::grid::kGainCoefHeading, texts::hints::kGainCoefColumn, gainCoefColumns(record.modelCode),
+                   language);
+    appendNumbered(cells, texts::grid::kZeroCoefHeading, texts::hints::kZeroCoefColumn, zeroCoefColumns(record.modelCode),
+                   language);
     for (int channel = 0; channel < shownChannels(record); ++channel) {
         QStringList row{channelName(channel, language)};
         for (int column = 1; column <= columns; ++column)

@@ -14,6 +14,7 @@ namespace velmor {
 // ("CH1", "CH2", ...) in all three grids.
 struct GridCells {
     QStringList headings;
+    QStringList hints;  // a one-line tool tip per heading, when the grid has them
     QList<QStringList> rows;
     QList<int> greyColumns;
     // Column 0 already names each row, so a view needs no row numbers of its own.

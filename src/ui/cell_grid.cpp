@@ -175,6 +175,8 @@ QVariant CellTextModel::headerData(int section, Qt::Orientation orientation, int
             return QVariant();
         return cells_.headings.at(section);
     }
+    if (orientation == Qt::Horizontal && role == Qt::ToolTipRole)
+        return section >= 0 && section < cells_.hints.size() ? QVariant(cells_.hints.at(section)) : QVariant();
     return QAbstractTableModel::headerData(section, orientation, role);
 }
 

@@ -2,6 +2,7 @@
 
 #include "protocol/frame_text.h"
 #include "texts/frame_log.h"
+#include "texts/hints.h"
 
 #include <QDateTime>
 
@@ -64,11 +65,15 @@ QString FrameLogModel::text(const FrameRow& row, int column) const
     return {};
 }
 
+static_assert(std::size(texts::hints::kFrameLogColumns) == FrameLogModel::ColumnCount);
+
 QVariant FrameLogModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= ColumnCount)
+    const bool text = role == Qt::DisplayRole || role == Qt::ToolTipRole;
+    if (orientation != Qt::Horizontal || !text || section < 0 || section >= ColumnCount)
         return QAbstractTableModel::headerData(section, orientation, role);
-    return pick(texts::frame_log::kColumns[section], language_);
+    return pick(role == Qt::DisplayRole ? texts::frame_log::kColumns[section] : texts::hints::kFrameLogColumns[section],
+                language_);
 }
 
 QString FrameLogModel::outcomeText(const FrameRow& row, Language language)

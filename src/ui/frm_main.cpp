@@ -2,6 +2,7 @@
 
 #include "cell_grid.h"
 #include "config/config_location.h"
+#include "control_hints.h"
 #include "file_chooser.h"
 #include "frame_display.h"
 #include "frame_log_pane.h"
@@ -117,6 +118,7 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
     });
     connect(&operations_, &Operations::writeStoppedPartway, this,
             [this](const WriteProgress& progress) { notify(writeProgressText(progress, language())); });
+    giveHints(*this, language());
 }
 
 void frmMain::notify(const QString& text) { statusBar()->showMessage(text); }

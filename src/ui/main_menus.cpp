@@ -5,6 +5,7 @@
 #include "texts/report.h"
 #include "texts/window.h"
 
+#include <QKeySequence>
 #include <QMenuBar>
 
 namespace velmor {
@@ -14,6 +15,17 @@ QAction* entry(QMenu* menu, const char* name, const Text& caption, Language lang
 {
     QAction* action = menu->addAction(pick(caption, language));
     action->setObjectName(QLatin1String(name));
+    return action;
+}
+
+// The platform's keys for a standard command (Ctrl+O, Ctrl+S ... on Linux),
+// or `otherwise` where the platform binds none (Save As on Windows and under
+// a desktop without its own key theme).
+QAction* withKeys(QAction* action, QKeySequence::StandardKey key, const QKeySequence& otherwise = {})
+{
+    action->setShortcuts(key);
+    if (action->shortcuts().isEmpty())
+        action->setShortcut(otherwise);
     return action;
 }
 
@@ -34,18 +46,26 @@ MainMenus::MainMenus(QMenuBar* bar, Language language) : QObject(bar)
     };
     QMenu* file = menuOf(bar, "MnuFile", texts::window::kMnuFile, language);
     // Open and save wait while a flow runs: the record is in use.
-    commandActions_ << wired(entry(file, "MnuFile_Open", texts::window::kMnuFileOpen, language), &MainMenus::open)
-                    << wired(entry(file, "MnuFile_Save", texts::window::kMnuFileSave, language), &MainMenus::save)
-                    << wired(entry(file, "MnuFile_SaveAs", texts::window::kMnuFileSaveAs, language), &MainMenus::saveAs)
+    commandActions_ << wired(withKeys(entry(file, "MnuFile_Open", texts::window::kMnuFileOpen, language), QKeySequence::Open),
+                             &MainMenus::open)
+                    << wired(withKeys(entry(file, "MnuFile_Save", texts::window::kMnuFileSave, language), QKeySequence::Save),
+                             &MainMenus::save)
+                    << wired(withKeys(entry(file, "MnuFile_SaveAs", texts::window::kMnuFileSaveAs, language),
+                                      QKeySequence::SaveAs, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)),
+                             &MainMenus::saveAs)
                     // Like Save As, it reports the record the window holds,
                     // found by a search or opened from a file.
                     << wired(entry(file, "MnuFile_ExportReport", texts::report::kMnuFileExportReport, language),
                              &MainMenus::exportReport);
     file->addSeparator();
-    wired(entry(file, "MnuFile_Exit", texts::window::kMnuFileExit, language), &MainMenus::exit);
+    wired(withKeys(entry(file, "MnuFile_Exit", texts::window::kMnuFileExit, language), QKeySequence::Quit,
+                   QKeySequence(Qt::CTRL | Qt::Key_Q)),
+          &MainMenus::exit);
 
     QMenu* operate = menuOf(bar, "MnuOperate", texts::window::kMnuOperate, language);
-    commandActions_ << wired(entry(operate, "MnuOperate_Search", texts::window::kMnuOperateSearch, language), &MainMenus::search)
+    QAction* search = entry(operate, "MnuOperate_Search", texts::window::kMnuOperateSearch, language);
+    search->setShortcut(Qt::Key_F5);
+    commandActions_ << wired(search, &MainMenus::search)
                     << wired(entry(operate, "MnuOperate_SearchAll", texts::network::kMnuOperateSearchAll, language),
                              &MainMenus::searchAll);
     moduleActions_ << wired(entry(operate, "MnuOperate_Send", texts::window::kMnuOperateSend, language), &MainMenus::send)

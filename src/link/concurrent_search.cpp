@@ -94,6 +94,7 @@ void ConcurrentSearch::runLines(QList<Line>& lines)
             connect(&search, &ModuleSearch::modulesFound, [&] { operations.keepNotices(&line.readNotices); });
             // Queued to this object's thread, like the counts below.
             connect(&operations.exchange(), &Exchange::frameLogged, this, &ConcurrentSearch::frameLogged);
+            connect(&search, &ModuleSearch::asking, this, &ConcurrentSearch::asking);
             // Queued to this object's thread, where the lines' counts are added up.
             connect(&search, &ModuleSearch::progress, this, [this, &lines, i](int value) {
                 lines[i].asked = std::max(lines[i].asked, value);

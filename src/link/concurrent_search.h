@@ -28,6 +28,8 @@ signals:
     void progressMaximum(int maximum);
     // The addresses asked so far, over all lines.
     void progress(int value);
+    // An address being asked on one of the lines, as ModuleSearch::asking.
+    void asking(const velmor::PortEntry& port, int address);
     void modulesFound(int count);
     void operationsEnabled(bool enabled);
     // A line would not open; its message has just been shown. `failure` and

@@ -72,6 +72,7 @@ bool ModuleSearch::searchPort(const PortEntry& port, int p)
         if (operations_.abandoned())
             return false;
         const Request request = readInfoRequest(a);
+        emit asking(port, a);
         if (!exchange.start(request, port.number)) {
             operations_.tell(Notice::portNotOpened(port, operations_.port()));
             emit portNotOpened(port);

@@ -29,6 +29,8 @@ public:
 signals:
     void progressMaximum(int maximum);
     void progress(int value);
+    // The line's address that is being asked now, the n-th of kAddresses.
+    void asking(const velmor::PortEntry& port, int address);
     // The module tabs: one per module found, in table order.
     void modulesFound(int count);
     // The three operation panels and the Balance, Read and Send menu entries.

@@ -38,6 +38,30 @@ inline constexpr Text kLanguageChosen{"界面语言已选定：%1，下次启动
 inline constexpr Text kOpened{"已打开 %1", "Opened %1"};
 inline constexpr Text kSaved{"已保存到 %1", "Saved to %1"};
 
+// The status bar while a search asks a line's addresses: the line, the
+// address, and how far the line's search is.
+inline constexpr Text kAsking{"%1：正在询问地址 %2（第 %3 个，共 %4 个）", "%1: asking address %2 (%3 of %4)"};
+
+// The status bar after an operation: what was done ("%1" names the module,
+// as kModuleOnLine; "%2" the channel group or the adjust block), then how
+// many frames went out and how long it took.
+inline constexpr Text kModuleOnLine{"%3 地址 %4 上的 %1 %2", "%1 %2 on %3 at %4"};
+inline constexpr Text kFlowSummary{"%1：%2 帧，%3 秒", "%1: %2 frames, %3 s"};
+inline constexpr Text kDidReadEverything{"读取了%1的全部", "Read everything of %1"};
+inline constexpr Text kDidWriteEverything{"向%1发送了全部通道", "Sent every channel to %1"};
+inline constexpr Text kDidReadChannelGroup{"读取了%1的 %2", "Read %2 of %1"};
+inline constexpr Text kDidWriteChannelGroup{"向%1发送了 %2", "Sent %2 to %1"};
+inline constexpr Text kDidReadChannelGroups{"读取了%1的全部通道", "Read every channel of %1"};
+inline constexpr Text kDidBalance{"%1 桥路平衡并读回", "Balanced %1 and read it back"};
+inline constexpr Text kDidReadAdjustBlock{"读取了%1的第 %2 组调整值", "Read adjust block %2 of %1"};
+inline constexpr Text kDidWriteAdjustBlock{"向%1发送了第 %2 组调整值", "Sent adjust block %2 to %1"};
+inline constexpr Text kDidReadAdjustBlocks{"读取了%1的全部调整值", "Read every adjust value of %1"};
+inline constexpr Text kDidWriteAdjustBlocks{"向%1发送了全部调整值", "Sent every adjust value to %1"};
+inline constexpr Text kDidReadInfo{"读取了%1的模块信息", "Read the information of %1"};
+inline constexpr Text kDidWriteInfo{"向%1写入了模块信息", "Wrote the information of %1"};
+inline constexpr Text kDidBeckon{"召唤了 %1 上的模块", "Beckoned the module on %1"};
+inline constexpr Text kDidSearch{"搜索了 %1 条线路", "Searched %1 lines"};
+
 // The window's title: the module, the file, the program.
 inline constexpr Text kTitleModule{"%1（地址 %2）", "%1 at address %2"};
 inline constexpr Text kTitleSeparator{" — ", " — "};

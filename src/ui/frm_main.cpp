@@ -4,12 +4,10 @@
 #include "config/config_location.h"
 #include "control_hints.h"
 #include "file_chooser.h"
+#include "flow_summary.h"
 #include "frame_display.h"
 #include "frame_log_pane.h"
 #include "frame_page.h"
-#include "frm_about.h"
-#include "help_manual.h"
-#include "language_menu.h"
 #include "main_menus.h"
 #include "module_info_fields.h"
 #include "module_view.h"
@@ -17,6 +15,7 @@
 #include "port_search_bar.h"
 #include "serial/port_list.h"
 #include "tab_strip.h"
+#include "texts/desktop.h"
 #include "texts/message.h"
 #include "texts/window.h"
 #include "twips.h"
@@ -25,8 +24,8 @@
 #include "window_title.h"
 
 #include <QCloseEvent>
+#include <QElapsedTimer>
 #include <QGuiApplication>
-#include <QMenu>
 #include <QScreen>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -118,10 +117,21 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
     });
     connect(&operations_, &Operations::writeStoppedPartway, this,
             [this](const WriteProgress& progress) { notify(writeProgressText(progress, language())); });
+    connect(&operations_.exchange(), &Exchange::frameLogged, this, &frmMain::countFrame);
     giveHints(*this, language());
 }
 
-void frmMain::notify(const QString& text) { statusBar()->showMessage(text); }
+void frmMain::notify(const QString& text)
+{
+    noticed_ = true;
+    statusBar()->showMessage(text);
+}
+
+void frmMain::countFrame(const FrameRow& row)
+{
+    if (row.direction == FrameDirection::Out)
+        ++framesSent_;
+}
 
 void frmMain::showTitle()
 {
@@ -152,50 +162,6 @@ QWidget* frmMain::buildFrames()
     layout->addWidget(tabStrip1_);
     layout->addWidget(frames_, 1);
     return box;
-}
-
-void frmMain::wireMenus()
-{
-    connect(menus_, &MainMenus::open, this, &frmMain::MnuFile_Open_Click);
-    connect(menus_, &MainMenus::save, this, &frmMain::MnuFile_Save_Click);
-    connect(menus_, &MainMenus::saveAs, this, &frmMain::MnuFile_SaveAs_Click);
-    connect(menus_, &MainMenus::exportReport, this, &frmMain::MnuFile_ExportReport_Click);
-    connect(menus_, &MainMenus::exit, this, &QWidget::close);
-    connect(menus_, &MainMenus::search, this, &frmMain::cmdSearch_Click);
-    connect(menus_, &MainMenus::searchAll, this, &frmMain::cmdSearchAll_Click);
-    Operations& ops = operations_;
-    connect(menus_, &MainMenus::send, this, [this, &ops] { runFlow([&ops] { ops.writeEverything(); }); });
-    connect(menus_, &MainMenus::read, this, [this, &ops] { runFlow([&ops] { ops.readEverything(); }); });
-    connect(menus_, &MainMenus::balance, this, [this, &ops] { runFlow([&ops] { ops.balanceAndReadBack(); }); });
-    connect(menus_, &MainMenus::beckon, this, [this, &ops] { runFlow([&ops] { ops.beckon(); }); });
-    connect(menus_, &MainMenus::helpContent, this, [this] { MnuHelp_Content_Click(language(), dialogs_); });
-    connect(menus_, &MainMenus::about, this, [this] { frmAbout(language(), dialogs_, this).exec(); });
-    menus_->viewMenu()->addAction(frameLog_->toggleViewAction());
-    connect(new LanguageMenu(menus_->viewMenu(), language()), &LanguageMenu::chosen, this, &frmMain::notify);
-}
-
-void frmMain::wirePanels()
-{
-    const auto flow = [this](auto body) { return [this, body](auto... index) { runFlow([=] { body(index...); }); }; };
-    Operations& ops = operations_;
-    connect(frame1_, &OperationPanel::readGroup, this, flow([&ops](int g) { ops.readChannelGroup(g); }));
-    connect(frame1_, &OperationPanel::sendGroup, this, flow([&ops](int g) { ops.writeChannelGroup(g); }));
-    connect(frame1_, &OperationPanel::readAll, this, flow([&ops] { ops.readChannelGroups(); }));
-    connect(frame1_, &OperationPanel::sendAll, this, flow([&ops] { ops.writeEverything(); }));
-    connect(frame1_, &OperationPanel::balance, this, flow([&ops] { ops.balanceAndReadBack(); }));
-    connect(frame2_, &OperationPanel::readGroup, this, flow([&ops](int g) { ops.readAdjustBlock(g); }));
-    connect(frame2_, &OperationPanel::sendGroup, this, flow([&ops](int g) { ops.writeAdjustBlock(g); }));
-    connect(frame2_, &OperationPanel::readAll, this, flow([&ops] { ops.readAdjustBlocks(); }));
-    connect(frame2_, &OperationPanel::sendAll, this, flow([&ops] { ops.writeAdjustBlocks(); }));
-    connect(frame3_, &OperationPanel::readInfo, this, flow([&ops] { ops.readModuleInfo(); }));
-    connect(frame3_, &OperationPanel::sendInfo, this, flow([&ops] { ops.writeModuleInfo(); }));
-    connect(frame3_, &OperationPanel::beckon, this, flow([&ops] { ops.beckon(); }));
-    connect(frame3_, &OperationPanel::readAll, this, flow([&ops] { ops.readEverything(); }));
-    connect(frame3_, &OperationPanel::sendAll, this, flow([&ops] { ops.confirmAndWriteModuleInfo(); }));
-    connect(&operations_, &Operations::requestStarted, this, &frmMain::requestStarted);
-    connect(&operations_, &Operations::requestEnded, this, &frmMain::requestEnded);
-    connect(&operations_.exchange(), &Exchange::replyStored, this, &frmMain::replyStored);
-    connect(&operations_, &Operations::moduleRefreshed, &view_, &ModuleView::showAll);
 }
 
 OperationPanel* frmMain::panelOf(Block block) const
@@ -288,11 +254,19 @@ void frmMain::unlockPanels()
     lockedPanels_.clear();
 }
 
-void frmMain::runFlow(const std::function<void()>& flow)
+QString frmMain::did(const Text& done) const { return pick(done, language()).arg(moduleOnLine(state_, lines_, language())); }
+
+QString frmMain::didBeckon() const { return pick(texts::desktop::kDidBeckon, language()).arg(lineName(state_, lines_)); }
+
+void frmMain::runFlow(const QString& done, const std::function<void()>& flow)
 {
     if (flowRunning_)  // the commands are locked; a queued click finds nothing to do
         return;
     flowRunning_ = true;
+    noticed_ = false;
+    framesSent_ = 0;
+    QElapsedTimer took;
+    took.start();
     editing_.close();
     // The ports a flow talks to keep their numbers until it ends.
     watcher_.pause();
@@ -304,6 +278,9 @@ void frmMain::runFlow(const std::function<void()>& flow)
     flowRunning_ = false;
     watcher_.resume();
     showTitle();
+    // A notice said during the flow stays; otherwise the status bar tells what was done.
+    if (!noticed_)
+        notify(flowSummary(done, framesSent_, took.elapsed(), language()));
     if (closePending_)
         close();
 }

@@ -106,8 +106,14 @@ private:
     // port came or went: the watcher pauses while a flow runs, so this comes
     // only between flows.
     void applyPorts(const QList<PortEntry>& systemPorts);
-    // Runs an operator's command that talks to modules.
-    void runFlow(const std::function<void()>& flow);
+    // Runs an operator's command that talks to modules; then the status bar
+    // says what was `done` and what it took, unless the flow gave a notice.
+    void runFlow(const QString& done, const std::function<void()>& flow);
+    // What a command did to the current module ("Read everything of %1").
+    QString did(const Text& done) const;
+    QString didBeckon() const;
+    // A frame sent, counted for the status bar's summary.
+    void countFrame(const FrameRow& row);
     // Locks the window's commands while an exchange runs.
     void EnableCommands(bool enabled);
     // A notice in the status bar, beside what the window's boxes say: it
@@ -135,6 +141,8 @@ private:
     PortLines lines_;
     PortWatcher watcher_;
     bool flowRunning_ = false;
+    bool noticed_ = false;  // a notice went to the status bar since the flow began
+    int framesSent_ = 0;
     PortSearchBar* bar_;
     QTabBar* tabStripCom_;
     QTabBar* tabStrip1_;

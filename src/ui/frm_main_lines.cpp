@@ -8,11 +8,13 @@
 #include "port_search_bar.h"
 #include "remembered_ports.h"
 #include "serial/network_port.h"
+#include "texts/desktop.h"
 #include "texts/message.h"
 #include "texts/network.h"
 
 #include <QProgressBar>
 #include <QSignalBlocker>
+#include <QStatusBar>
 #include <QTabBar>
 
 #include <type_traits>
@@ -32,7 +34,8 @@ void frmMain::cmdSearchAll_Click()
 template <typename Search>
 void frmMain::runSearch(int (Search::*body)(const QList<PortEntry>&, int))
 {
-    runFlow([this, body] {
+    const QString done = pick(texts::desktop::kDidSearch, language()).arg(lines_.ports().size());
+    runFlow(done, [this, body] {
         Search search(operations_, dialogs_);
         QProgressBar* progress = bar_->progressBar();
         connect(&search, &Search::progressMaximum, progress, &QProgressBar::setMaximum);
@@ -41,8 +44,18 @@ void frmMain::runSearch(int (Search::*body)(const QList<PortEntry>&, int))
         connect(&search, &Search::operationsEnabled, this, &frmMain::operationsEnabled);
         // The one-by-one search talks over the window's own exchange, which
         // the pane follows already; a search of all lines at once over its own.
-        if constexpr (std::is_same_v<Search, ConcurrentSearch>)
+        if constexpr (std::is_same_v<Search, ConcurrentSearch>) {
             connect(&search, &ConcurrentSearch::frameLogged, &frameLog_->log(), &FrameLog::append);
+            connect(&search, &ConcurrentSearch::frameLogged, this, &frmMain::countFrame);
+        }
+        // Which line and address is asked, beside the progress bar; not a notice.
+        connect(&search, &Search::asking, this, [this](const PortEntry& port, int address) {
+            statusBar()->showMessage(pick(texts::desktop::kAsking, language())
+                                         .arg(port.name)
+                                         .arg(address)
+                                         .arg(address + 1)
+                                         .arg(ModuleSearch::kAddresses));
+        });
         connect(&search, &Search::lineBusy, this, [this](const PortEntry& port, const LineHolder& holder) {
             notify(Operations::lineBusyText(port.name, holder, language()));
         });

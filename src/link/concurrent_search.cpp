@@ -91,6 +91,7 @@ void ConcurrentSearch::runLines(QList<Line>& lines)
             Operations operations(line.state, port, nothing);
             ModuleSearch search(operations, nothing);
             operations.keepNotices(&line.searchNotices);
+            search.stopWith(stopAsking_);
             connect(&search, &ModuleSearch::modulesFound, [&] { operations.keepNotices(&line.readNotices); });
             // Queued to this object's thread, like the counts below.
             connect(&operations.exchange(), &Exchange::frameLogged, this, &ConcurrentSearch::frameLogged);

@@ -7,6 +7,8 @@
 #include <QList>
 #include <QObject>
 
+#include <atomic>
+
 namespace velmor {
 
 // "Search all lines at once": every line searched and its modules read in a
@@ -23,6 +25,8 @@ public:
 
     int searchAllAtOnce(const QList<PortEntry>& ports, int selectedPort);
     const QList<int>& unreadModules() const { return unread_; }
+    // Every line asks no address after the one in flight, as ModuleSearch::stopAsking.
+    void stopAsking() { stopAsking_ = true; }
 
 signals:
     void progressMaximum(int maximum);
@@ -50,6 +54,7 @@ private:
     Operations& operations_;
     OperatorDialogs& dialogs_;
     QList<int> unread_;
+    std::atomic<bool> stopAsking_ = false;
 };
 
 }  // namespace velmor

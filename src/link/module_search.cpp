@@ -69,7 +69,7 @@ bool ModuleSearch::searchPort(const PortEntry& port, int p)
         return true;
     }
     for (int a = 0; a < kAddresses; ++a) {
-        if (operations_.abandoned())
+        if (operations_.abandoned() || stopped())
             return false;
         const Request request = readInfoRequest(a);
         emit asking(port, a);

@@ -5,6 +5,8 @@
 
 #include <QObject>
 
+#include <atomic>
+
 namespace velmor {
 
 // The search of every listed port at addresses 0..16, then a whole read of
@@ -25,6 +27,11 @@ public:
     static void report(const SetupState& state, OperatorDialogs& dialogs);
     // Table indices of the modules found whose whole read failed.
     const QList<int>& unreadModules() const { return unread_; }
+    // Asks no address after the one in flight; the modules found so far are
+    // read and reported as at the end of a search. Safe from any thread.
+    void stopAsking() { stopAsking_ = true; }
+    // Stops asking, as stopAsking(), once `flag` is set (a search of several lines at once).
+    void stopWith(const std::atomic<bool>& flag) { sharedStop_ = &flag; }
 
 signals:
     void progressMaximum(int maximum);
@@ -47,6 +54,11 @@ private:
     Operations& operations_;
     OperatorDialogs& dialogs_;
     QList<int> unread_;
+    // Whether to stop asking now.
+    bool stopped() const { return stopAsking_ || (sharedStop_ && *sharedStop_); }
+
+    std::atomic<bool> stopAsking_ = false;
+    const std::atomic<bool>* sharedStop_ = nullptr;
 };
 
 }  // namespace velmor

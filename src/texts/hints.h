@@ -47,6 +47,10 @@ inline constexpr Hint kControls[] = {
     {"cmbIntegral", {"模块的积分器类型", "The module's kind of integrator"}},
 };
 
+// The search button while a search runs.
+inline constexpr Text kStopSearch{"问完当前地址后停止搜索，并读取已找到的模块（Esc）",
+                                  "Stop after the address being asked and read the modules found so far (Esc)"};
+
 // The channel grid's columns 0 to 10, in column order.
 inline constexpr Text kChannelColumns[] = {
     {"通道号", "The channel's number"},

@@ -26,6 +26,8 @@ inline constexpr Text kMnuHelpAbout{"关于...(&A)", "&About..."};
 
 inline constexpr Text kFrame6{"操作区", "Order"};
 inline constexpr Text kSearchButton{"搜索模块(&S)", "&Search"};
+// The search button while a search runs: a click stops it.
+inline constexpr Text kStopSearchButton{"停止(&S)", "&Stop"};
 
 // The three frames that TabStrip1 shows one at a time.
 // Frame1's title is the channel grid's own (texts::reference): it changes with

@@ -321,7 +321,7 @@ void frmMain::EnableCommands(bool enabled)
 {
     // The search's own controls and the module tabs too: a click during an
     // exchange would start a second one.
-    bar_->setEnabled(enabled);
+    bar_->setCommandsEnabled(enabled);
     tabStripCom_->setEnabled(enabled);
     for (OperationPanel* panel : {static_cast<OperationPanel*>(frame1_), static_cast<OperationPanel*>(frame2_),
                                   static_cast<OperationPanel*>(frame3_)})

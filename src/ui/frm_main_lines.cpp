@@ -13,6 +13,7 @@
 #include "texts/network.h"
 
 #include <QProgressBar>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QStatusBar>
 #include <QTabBar>
@@ -59,7 +60,13 @@ void frmMain::runSearch(int (Search::*body)(const QList<PortEntry>&, int))
         connect(&search, &Search::lineBusy, this, [this](const PortEntry& port, const LineHolder& holder) {
             notify(Operations::lineBusyText(port.name, holder, language()));
         });
+        // Stop, or Esc, asks no address after the one in flight.
+        bar_->setSearching(true);
+        connect(bar_, &PortSearchBar::stopClicked, &search, &Search::stopAsking);
+        const QShortcut escape(QKeySequence(Qt::Key_Escape), this);
+        connect(&escape, &QShortcut::activated, &search, &Search::stopAsking);
         const int found = (search.*body)(lines_.ports(), bar_->selectedPortNumber());
+        bar_->setSearching(false);
         markUnreadModules(search.unreadModules());
         // As if the operator had clicked the first module's tab.
         if (found > 0)

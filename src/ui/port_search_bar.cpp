@@ -3,6 +3,7 @@
 #include "protocol/frame.h"
 
 #include "texts/grid.h"
+#include "texts/hints.h"
 #include "texts/network.h"
 #include "texts/window.h"
 
@@ -59,7 +60,42 @@ PortSearchBar::PortSearchBar(Language language, QWidget* parent)
     connect(cmbComPort_, &QComboBox::activated, this, &PortSearchBar::portActivated);
     connect(cmbModuleIndex_, &QComboBox::activated, this,
             [this] { emit addressChosen(cmbModuleIndex_->currentData().toInt()); });
-    connect(cmdSearch_, &QPushButton::clicked, this, &PortSearchBar::searchClicked);
+    searchCaption_ = cmdSearch_->text();
+    stopCaption_ = pick(texts::window::kStopSearchButton, language);
+    stopHint_ = pick(texts::hints::kStopSearch, language);
+    connect(cmdSearch_, &QPushButton::clicked, this, [this] {
+        if (!searching_) {
+            emit searchClicked();
+            return;
+        }
+        stopAsked_ = true;
+        refresh();
+        emit stopClicked();
+    });
+}
+
+void PortSearchBar::setCommandsEnabled(bool enabled)
+{
+    commandsOn_ = enabled;
+    refresh();
+}
+
+void PortSearchBar::setSearching(bool searching)
+{
+    if (searching && !searching_)
+        searchHint_ = cmdSearch_->toolTip();
+    searching_ = searching;
+    stopAsked_ = false;
+    cmdSearch_->setText(searching ? stopCaption_ : searchCaption_);
+    cmdSearch_->setToolTip(searching ? stopHint_ : searchHint_);
+    refresh();
+}
+
+void PortSearchBar::refresh()
+{
+    cmbComPort_->setEnabled(commandsOn_);
+    cmbModuleIndex_->setEnabled(commandsOn_);
+    cmdSearch_->setEnabled(commandsOn_ || (searching_ && !stopAsked_));
 }
 
 void PortSearchBar::setPorts(const QList<PortEntry>& ports)

@@ -31,16 +31,22 @@ public:
     void showPort(int number);
 
     QProgressBar* progressBar() const { return progress_; }
+    // The lists and the button follow the window's lock; while a search
+    // runs the button reads "Stop" and stays usable until it is clicked.
+    void setCommandsEnabled(bool enabled);
+    void setSearching(bool searching);
 
 signals:
     void portChosen(int number);       // cmbComPort_Click
     void addressChosen(int address);   // cmbModuleIndex_Click
     void searchClicked();              // cmdSearch_Click
+    void stopClicked();                // the search button, while a search runs
     // "Add network port..." was chosen; the chooser shows the port it showed before.
     void addNetworkPortChosen();
 
 private:
     void portActivated(int index);
+    void refresh();
 
     QString addCaption_;
     QComboBox* cmbComPort_;
@@ -48,6 +54,13 @@ private:
     QPushButton* cmdSearch_;
     QProgressBar* progress_;
     int shown_ = -1;  // the index of the port shown, -1 when none is listed
+    QString searchCaption_;
+    QString stopCaption_;
+    QString stopHint_;
+    QString searchHint_;  // the button's tool tip when it searches
+    bool commandsOn_ = true;
+    bool searching_ = false;
+    bool stopAsked_ = false;
 };
 
 }  // namespace velmor

@@ -108,23 +108,30 @@ void MainWindowTest::theWindowIsLockedWhileTheSearchRuns()
     frmMain& window = rig.window;
     auto* search = child<QPushButton>(window, "cmdSearch");
     QList<bool> seenEnabled;
+    QStringList seenCaptions;
     // Looked at from inside the search's own waits.
     QTimer probe;
     connect(&probe, &QTimer::timeout, [&] {
-        seenEnabled << (search->isEnabled() || child<QComboBox>(window, "cmbComPort")->isEnabled()
+        seenEnabled << (child<QComboBox>(window, "cmbComPort")->isEnabled() || child<QComboBox>(window, "cmbModuleIndex")->isEnabled()
                         || action(window, "MnuOperate_Search")->isEnabled()
+                        || action(window, "MnuOperate_SearchAll")->isEnabled()
                         || child<QTabBar>(window, "TabStripCom")->isEnabled());
-        if (seenEnabled.size() == 2)  // an impatient operator clicks again
-            QTest::mouseClick(search, Qt::LeftButton);
+        // The search button stays, as the way to stop the search.
+        seenCaptions << (search->isEnabled() ? search->text() : QString());
+        // An impatient operator presses F5 again: the entry is locked.
+        if (seenEnabled.size() == 2)
+            action(window, "MnuOperate_Search")->trigger();
     });
     probe.start(50);
     QTest::mouseClick(search, Qt::LeftButton);
     probe.stop();
     QVERIFY(seenEnabled.size() > 5);
     QVERIFY(!seenEnabled.contains(true));
+    QCOMPARE(seenCaptions.count(QStringLiteral("&Stop")), seenCaptions.size());
     QVERIFY(search->isEnabled());
+    QCOMPARE(search->text(), QStringLiteral("&Search"));
     QVERIFY(action(window, "MnuOperate_Search")->isEnabled());
-    // A click on the locked button started nothing: one search, one report.
+    // The locked entry started nothing: one search, one report.
     VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("Found 1 modules.")});
 }
 

@@ -150,7 +150,8 @@ void NetworkLinesTest::searchAllLinesAtOnceGivesTheSearchsTabsAndLocksTheWindow(
 
     bool lockedDuring = false;
     QTimer::singleShot(50, &rig.window, [&] {
-        lockedDuring = !child<QPushButton>(rig.window, "cmdSearch")->isEnabled()
+        lockedDuring = child<QPushButton>(rig.window, "cmdSearch")->text() == QStringLiteral("&Stop")
+                    && !child<QComboBox>(rig.window, "cmbComPort")->isEnabled()
                     && !child<QAction>(rig.window, "MnuOperate_SearchAll")->isEnabled();
     });
     child<QAction>(rig.window, "MnuOperate_SearchAll")->trigger();

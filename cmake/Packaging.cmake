@@ -43,6 +43,8 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # The Chinese interface needs a CJK font; Qt finds either of these.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-wqy-microhei | fonts-noto-cjk")
+# The window's platform plugin on a Wayland desktop; under X11 it runs without.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qt6-wayland)
 # The reference serial server for lines reached over the network.
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS ser2net)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)

@@ -99,6 +99,7 @@ private slots:
     void windowStartsOffscreenFromTheUnpackedPackage();
     void windowShowsItsCaptionsInTheLocalesLanguage_data();
     void windowShowsItsCaptionsInTheLocalesLanguage();
+    void windowOpensTheFileItIsGiven();
 
 private:
     QString bin(const QString& name) const { return root_.filePath(QStringLiteral("usr/bin/") + name); }
@@ -151,7 +152,8 @@ void PackageDebTest::controlFieldsNameThePackageAndItsDependencies()
 {
     const Run fields = run(QStringLiteral("dpkg-deb"),
                            {QStringLiteral("-f"), deb_, QStringLiteral("Package"), QStringLiteral("Version"),
-                            QStringLiteral("Section"), QStringLiteral("Depends"), QStringLiteral("Suggests")});
+                            QStringLiteral("Section"), QStringLiteral("Depends"), QStringLiteral("Suggests"),
+                            QStringLiteral("Recommends")});
     QVERIFY2(fields.finished && fields.exitCode == 0, qPrintable(describe(fields)));
     QMap<QString, QString> field;
     for (const QString& line : fields.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts))
@@ -160,6 +162,7 @@ void PackageDebTest::controlFieldsNameThePackageAndItsDependencies()
     QCOMPARE(field.value(QStringLiteral("Version")), QStringLiteral(VELMOR_VERSION));
     QCOMPARE(field.value(QStringLiteral("Section")), QStringLiteral("electronics"));
     QCOMPARE(field.value(QStringLiteral("Suggests")), QStringLiteral("ser2net"));
+    QCOMPARE(field.value(QStringLiteral("Recommends")), QStringLiteral("qt6-wayland"));
 
     // dpkg-shlibdeps named the Qt libraries the binaries link, with versions.
     const QString depends = field.value(QStringLiteral("Depends"));
@@ -180,7 +183,7 @@ void PackageDebTest::packageHoldsEveryInstalledFile()
         QStringLiteral("./usr/bin/velmor-cli"),
         QStringLiteral("./usr/bin/velmor-sim"),
         QStringLiteral("./usr/share/applications/%1.desktop").arg(kAppId),
-        QStringLiteral("./usr/share/metainfo/%1.metainfo.xml").arg(kAppId),
+        QStringLiteral("./usr/share/metainfo/io.github.velmor.velmor.metainfo.xml"),
         QStringLiteral("./usr/share/icons/hicolor/scalable/apps/%1.svg").arg(kAppId),
         QStringLiteral("./usr/share/doc/velmor/velmor-en.html"),
         QStringLiteral("./usr/share/doc/velmor/velmor-zh.html"),
@@ -360,6 +363,34 @@ void PackageDebTest::windowShowsItsCaptionsInTheLocalesLanguage()
     const auto other = shown == velmor::Language::Chinese ? velmor::Language::English : velmor::Language::Chinese;
     for (const velmor::Text& text : {kMnuFile, kSearchButton, *kFrameTabs[0], kFrame6})
         QVERIFY2(!captions.contains(velmor::pick(text, other)), qPrintable(velmor::pick(text, other)));
+}
+
+void PackageDebTest::windowOpensTheFileItIsGiven()
+{
+    // A file saved by the packaged velmor-cli from the packaged simulator,
+    // then opened by the packaged window as its argument; the probe reads the
+    // window's title, which names the module and the file.
+    QProcessEnvironment environment = cleanUserEnvironment(QStringLiteral("en_US.UTF-8"));
+    UnpackedLine line(bin(QStringLiteral("velmor-sim")), environment);
+    QVERIFY2(line.ready(), qPrintable(line.error()));
+    const QString path = home_.filePath(QStringLiteral("bench.cfg"));
+    QFile::remove(path);
+    const Run saved = run(bin(QStringLiteral("velmor-cli")),
+                          {QStringLiteral("read"), QStringLiteral("--port"), QStringLiteral("SIM1"), QStringLiteral("--address"),
+                           QStringLiteral("1"), QStringLiteral("--save"), path},
+                          30000, environment);
+    QVERIFY2(saved.finished && saved.exitCode == 0, qPrintable(describe(saved)));
+    const QString captionsFile = home_.filePath(QStringLiteral("captions.txt"));
+    QFile::remove(captionsFile);
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(VELMOR_PROBE_PLUGIN_PATH));
+    environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("caption_probe"));
+    environment.insert(QStringLiteral("VELMOR_CAPTION_PROBE_OUT"), captionsFile);
+    const Run window = run(bin(QStringLiteral("velmor")), {path}, 30000, environment);
+    QVERIFY2(window.finished && window.exitCode == 0, qPrintable(describe(window)));
+    QFile file(captionsFile);
+    QVERIFY2(file.open(QIODevice::ReadOnly), "the probe found no window shown");
+    QCOMPARE(QString::fromUtf8(file.readLine()).trimmed(), QStringLiteral("TM-C16 at address 1 — bench.cfg — Velmor"));
 }
 
 // A user of their own: home, settings, data and runtime folders in a temporary

@@ -62,6 +62,10 @@ inline constexpr Text kDidWriteInfo{"向%1写入了模块信息", "Wrote the inf
 inline constexpr Text kDidBeckon{"召唤了 %1 上的模块", "Beckoned the module on %1"};
 inline constexpr Text kDidSearch{"搜索了 %1 条线路", "Searched %1 lines"};
 
+// File > Recent Files, and a file of that list that is no longer there.
+inline constexpr Text kMnuFileRecent{"最近的文件(&R)", "&Recent Files"};
+inline constexpr Text kRecentGone{"文件 %1 已不存在，已从最近的文件中去掉。", "The file %1 is gone; it was taken off the recent files."};
+
 // The window's title: the module, the file, the program.
 inline constexpr Text kTitleModule{"%1（地址 %2）", "%1 at address %2"};
 inline constexpr Text kTitleSeparator{" — ", " — "};

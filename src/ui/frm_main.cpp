@@ -78,6 +78,7 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
     , editing_(state_, dialogs_, frame1_, frame2_, display_)
 {
     setObjectName(QStringLiteral("frmMain"));
+    setAcceptDrops(true);
     // Form_Resize's first rule: never narrower than 8000 twips.
     setMinimumWidth(twipsToPixels(twips::kMinimumWidth, this));
     showTitle();

@@ -60,6 +60,9 @@ public:
     void MnuFile_Open_Click();
     // Opens a configuration file as File > Open does, with its messages.
     void openConfigFile(const QString& path);
+    // An entry of File > Recent Files: opened, or taken off the list with a
+    // message when the file is gone.
+    void openRecentFile(const QString& path);
     void MnuFile_Save_Click();
     void MnuFile_SaveAs_Click();
     // The current module's setup report, as PDF or HTML by the file's suffix.
@@ -76,6 +79,9 @@ protected:
     // Closing saves as File > Save does; during a flow it waits for the
     // exchange in flight to end and sends nothing more.
     void closeEvent(QCloseEvent* event) override;
+    // One file dropped on the window opens as File > Open does.
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void wireMenus();
@@ -124,6 +130,8 @@ private:
     void markUnreadModules(const QList<int>& unread);
     // The title names the module shown and the file of the record.
     void showTitle();
+    // The file last opened or saved: the title's, and the first of the recent files.
+    void fileInUse(const QString& path);
 
     // The language the window was started in: the state holds it, once.
     Language language() const { return languageOf(state_.languageMode); }

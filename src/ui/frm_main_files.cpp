@@ -5,6 +5,9 @@
 
 #include "config/config_file.h"
 #include "file_chooser.h"
+#include "main_menus.h"
+#include "operator_settings.h"
+#include "recent_menu.h"
 #include "module_view.h"
 #include "port_search_bar.h"
 #include "report/report_file.h"
@@ -15,8 +18,23 @@
 #include "texts/report.h"
 
 #include <QDateTime>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QMimeData>
+#include <QUrl>
 
 namespace velmor {
+namespace {
+
+// The one local file of a drag, or nothing.
+QString droppedFile(const QMimeData* data)
+{
+    const QList<QUrl> urls = data->urls();
+    return urls.size() == 1 && urls.first().isLocalFile() ? urls.first().toLocalFile() : QString();
+}
+
+}  // namespace
 
 void frmMain::MnuFile_Open_Click()
 {
@@ -35,7 +53,7 @@ void frmMain::openConfigFile(const QString& path)
     if (!loadConfigFile(path, state_.current(), &reason, &size)) {
         notify(texts::message::fileFailure(path, reason, language()));
     } else {
-        documentPath_ = path;
+        fileInUse(path);
         const QString shortFile = shortFileNotice(path, size, language());
         notify(shortFile.isEmpty() ? pick(texts::desktop::kOpened, language()).arg(path) : shortFile);
     }
@@ -47,6 +65,40 @@ void frmMain::openConfigFile(const QString& path)
         state_.current().portNumber = static_cast<qint16>(bar_->selectedPortNumber());
     view_.showAll();
     showTitle();
+}
+
+void frmMain::openRecentFile(const QString& path)
+{
+    if (QFileInfo::exists(path)) {
+        openConfigFile(path);
+        return;
+    }
+    forgetFile(path);
+    menus_->recentFiles()->refresh();
+    dialogs_.showMessage(pick(texts::message::kTitle, language()), pick(texts::desktop::kRecentGone, language()).arg(path));
+}
+
+void frmMain::fileInUse(const QString& path)
+{
+    documentPath_ = path;
+    rememberFile(path);
+    menus_->recentFiles()->refresh();
+    showTitle();
+}
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!flowRunning_ && !droppedFile(event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void frmMain::dropEvent(QDropEvent* event)
+{
+    const QString path = droppedFile(event->mimeData());
+    if (flowRunning_ || path.isEmpty())
+        return;
+    event->acceptProposedAction();
+    openConfigFile(path);
 }
 
 void frmMain::MnuFile_Save_Click() { save(configPath_); }
@@ -83,8 +135,7 @@ void frmMain::save(const QString& path)
 {
     QString reason;
     if (saveConfigFile(path, state_.current(), &reason)) {
-        documentPath_ = path;
-        showTitle();
+        fileInUse(path);
         notify(pick(texts::desktop::kSaved, language()).arg(path));
         return;
     }

@@ -20,6 +20,7 @@ namespace velmor {
 void frmMain::wireMenus()
 {
     connect(menus_, &MainMenus::open, this, &frmMain::MnuFile_Open_Click);
+    connect(menus_, &MainMenus::openRecent, this, &frmMain::openRecentFile);
     connect(menus_, &MainMenus::save, this, &frmMain::MnuFile_Save_Click);
     connect(menus_, &MainMenus::saveAs, this, &frmMain::MnuFile_SaveAs_Click);
     connect(menus_, &MainMenus::exportReport, this, &frmMain::MnuFile_ExportReport_Click);

@@ -3,6 +3,7 @@
 #include "texts/frame_log.h"
 #include "texts/network.h"
 #include "texts/report.h"
+#include "recent_menu.h"
 #include "texts/window.h"
 
 #include <QKeySequence>
@@ -47,8 +48,10 @@ MainMenus::MainMenus(QMenuBar* bar, Language language) : QObject(bar)
     QMenu* file = menuOf(bar, "MnuFile", texts::window::kMnuFile, language);
     // Open and save wait while a flow runs: the record is in use.
     commandActions_ << wired(withKeys(entry(file, "MnuFile_Open", texts::window::kMnuFileOpen, language), QKeySequence::Open),
-                             &MainMenus::open)
-                    << wired(withKeys(entry(file, "MnuFile_Save", texts::window::kMnuFileSave, language), QKeySequence::Save),
+                             &MainMenus::open);
+    recent_ = new RecentMenu(file, language);
+    connect(recent_, &RecentMenu::chosen, this, &MainMenus::openRecent);
+    commandActions_ << wired(withKeys(entry(file, "MnuFile_Save", texts::window::kMnuFileSave, language), QKeySequence::Save),
                              &MainMenus::save)
                     << wired(withKeys(entry(file, "MnuFile_SaveAs", texts::window::kMnuFileSaveAs, language),
                                       QKeySequence::SaveAs, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)),
@@ -95,6 +98,7 @@ void MainMenus::setModulesFound(bool found)
 
 void MainMenus::refresh()
 {
+    recent_->setCommandsEnabled(commandsOn_);
     for (QAction* action : commandActions_)
         action->setEnabled(commandsOn_ && (modulesFound_ || !moduleActions_.contains(action)));
 }

@@ -11,6 +11,8 @@ class QMenuBar;
 
 namespace velmor {
 
+class RecentMenu;
+
 // The File, Operate, View and Help menus. Entries that start an exchange or
 // touch the record are locked with the buttons; Balance, Read and Send only
 // work once modules have been found.
@@ -23,9 +25,12 @@ public:
     void setModulesFound(bool found);
     // The View menu, whose entries show or hide a pane or choose the language.
     QMenu* viewMenu() const { return view_; }
+    // File > Recent Files, listed anew after a file was opened or saved.
+    RecentMenu* recentFiles() const { return recent_; }
 
 signals:
     void open();
+    void openRecent(const QString& path);
     void save();
     void saveAs();
     void exportReport();
@@ -43,6 +48,7 @@ private:
     void refresh();
 
     QMenu* view_;
+    RecentMenu* recent_;
     QList<QAction*> commandActions_;
     QList<QAction*> moduleActions_;
     bool commandsOn_ = true;

@@ -21,4 +21,11 @@ public:
 std::optional<int> chosenLanguageMode();
 void chooseLanguage(std::optional<Language> language);
 
+// The configuration files last opened or saved, the latest first, at most
+// kRecentFiles.
+inline constexpr int kRecentFiles = 8;
+QStringList recentFiles();
+void rememberFile(const QString& path);
+void forgetFile(const QString& path);
+
 }  // namespace velmor

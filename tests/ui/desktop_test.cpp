@@ -12,11 +12,17 @@
 #include "window_rig.h"
 
 #include <QActionGroup>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFile>
+#include <QMimeData>
+#include <QUrl>
 #include <QMenu>
 #include <QProcess>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QTest>
+#include <QTimer>
 
 using namespace velmor;
 using namespace velmor::testing;
@@ -73,6 +79,10 @@ private slots:
     void theLanguageMenuKeepsTheChoiceForTheNextStart();
     void langOverridesTheChoiceForOneRun();
     void titleAndStatusBarFollowOpenAndSave();
+    void recentFilesListWhatWasOpenedAndSavedLatestFirst();
+    void aRecentFileThatIsGoneIsTakenOffWithAMessage();
+    void recentFilesWaitWhileAnOperationRuns();
+    void aFileDroppedOnTheWindowOpens();
 };
 
 void DesktopTest::init() { OperatorSettings().clear(); }
@@ -242,6 +252,108 @@ void DesktopTest::titleAndStatusBarFollowOpenAndSave()
     rig.files.openAnswer = rig.folder.filePath(QStringLiteral("missing.cfg"));
     entry(rig.window, "MnuFile_Open")->trigger();
     QCOMPARE(rig.window.windowTitle(), QStringLiteral("TM-C8 at address 12 — copy.cfg — Velmor"));
+}
+
+void DesktopTest::recentFilesListWhatWasOpenedAndSavedLatestFirst()
+{
+    WindowRig rig;
+    auto* recent = child<QMenu>(rig.window, "MnuFile_Recent");
+    QVERIFY(!recent->menuAction()->isEnabled());  // nothing yet
+    QVERIFY(child<QMenu>(rig.window, "MnuFile")->actions().contains(recent->menuAction()));
+    const QString first = rig.folder.filePath(QStringLiteral("first.cfg"));
+    QVERIFY(saveConfigFile(first, sim::simulatedModule(4, kTmA4, 1)));
+    rig.files.openAnswer = first;
+    entry(rig.window, "MnuFile_Open")->trigger();
+    const QString second = rig.folder.filePath(QStringLiteral("second.cfg"));
+    rig.files.saveAnswer = second;
+    entry(rig.window, "MnuFile_SaveAs")->trigger();
+    QVERIFY(recent->menuAction()->isEnabled());
+    QCOMPARE(entry(rig.window, "MnuFile_Recent_1")->text(), QStringLiteral("&1 second.cfg"));
+    QCOMPARE(entry(rig.window, "MnuFile_Recent_1")->toolTip(), second);
+    QCOMPARE(entry(rig.window, "MnuFile_Recent_2")->text(), QStringLiteral("&2 first.cfg"));
+    QCOMPARE(recentFiles(), (QStringList{second, first}));
+
+    // Chosen, an entry opens its file and comes first.
+    rig.window.state().current().busAddress = 33;
+    entry(rig.window, "MnuFile_Recent_2")->trigger();
+    QCOMPARE(rig.window.documentPath(), first);
+    QCOMPARE(rig.window.state().current().busAddress, 4);
+    QCOMPARE(entry(rig.window, "MnuFile_Recent_1")->text(), QStringLiteral("&1 first.cfg"));
+
+    // At most eight are kept, the latest first.
+    for (int i = 0; i < 10; ++i)
+        rememberFile(rig.folder.filePath(QStringLiteral("f%1.cfg").arg(i)));
+    QCOMPARE(recentFiles().size(), kRecentFiles);
+    QCOMPARE(recentFiles().first(), rig.folder.filePath(QStringLiteral("f9.cfg")));
+}
+
+void DesktopTest::aRecentFileThatIsGoneIsTakenOffWithAMessage()
+{
+    QTemporaryDir folder;
+    const QString gone = folder.filePath(QStringLiteral("gone.cfg"));
+    const QString kept = folder.filePath(QStringLiteral("kept.cfg"));
+    QVERIFY(saveConfigFile(kept, sim::simulatedModule(6, kTmA4, 1)));
+    rememberFile(gone);
+    rememberFile(kept);
+    WindowRig rig;
+    QCOMPARE(entry(rig.window, "MnuFile_Recent_2")->text(), QStringLiteral("&2 gone.cfg"));
+    const ModuleRecord before = rig.window.state().current();
+    entry(rig.window, "MnuFile_Recent_2")->trigger();
+    VELMOR_COMPARE_SAID(rig.dialogs.texts(), QStringList{QStringLiteral("The file %1 is gone; it was taken off the recent files.").arg(gone)});
+    QCOMPARE(recentFiles(), QStringList{kept});
+    QVERIFY(rig.window.findChild<QAction*>(QStringLiteral("MnuFile_Recent_2")) == nullptr);
+    QCOMPARE(rig.window.state().current(), before);  // nothing was opened
+}
+
+void DesktopTest::recentFilesWaitWhileAnOperationRuns()
+{
+    SimLine line({{5, kTmC16}}, Pacing::Fast, QStringLiteral("SIM1"));
+    QTemporaryDir folder;
+    rememberFile(folder.filePath(QStringLiteral("any.cfg")));
+    WindowRig rig;
+    chooseModule(rig.window, line, 5);
+    QAction* recent = child<QMenu>(rig.window, "MnuFile_Recent")->menuAction();
+    QList<bool> seen;
+    QTimer probe;
+    connect(&probe, &QTimer::timeout, [&] { seen << recent->isEnabled(); });
+    probe.start(20);
+    QTest::mouseClick(child<QPushButton>(rig.window, "cmdFrame3Receive"), Qt::LeftButton);
+    probe.stop();
+    QVERIFY(!seen.isEmpty());
+    QVERIFY(!seen.contains(true));
+    QVERIFY(recent->isEnabled());
+}
+
+void DesktopTest::aFileDroppedOnTheWindowOpens()
+{
+    WindowRig rig;
+    const QString path = rig.folder.filePath(QStringLiteral("dropped.cfg"));
+    QVERIFY(saveConfigFile(path, sim::simulatedModule(21, kTmC8, 7)));
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(path)});
+    const QPoint centre = rig.window.rect().center();
+    QDragEnterEvent enter(centre, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&rig.window, &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent drop(centre, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&rig.window, &drop);
+    QCOMPARE(rig.window.documentPath(), path);
+    QCOMPARE(rig.window.windowTitle(), QStringLiteral("TM-C8 at address 21 — dropped.cfg — Velmor"));
+    QCOMPARE(recentFiles().first(), path);
+
+    // Two files at once, or something that is no file, are not taken.
+    QMimeData two;
+    two.setUrls({QUrl::fromLocalFile(path), QUrl::fromLocalFile(path)});
+    QDragEnterEvent twoFiles(centre, Qt::CopyAction, &two, Qt::LeftButton, Qt::NoModifier);
+    twoFiles.setAccepted(false);
+    QApplication::sendEvent(&rig.window, &twoFiles);
+    QVERIFY(!twoFiles.isAccepted());
+    QMimeData words;
+    words.setText(QStringLiteral("hello"));
+    QDragEnterEvent text(centre, Qt::CopyAction, &words, Qt::LeftButton, Qt::NoModifier);
+    text.setAccepted(false);
+    QApplication::sendEvent(&rig.window, &text);
+    QVERIFY(!text.isAccepted());
 }
 
 QTEST_MAIN(DesktopTest)

@@ -55,9 +55,8 @@ int runReport(Session& session, const QCommandLineParser& parser)
         return code;
 
     SetupState& state = session.state();
-    const ReportSubject subject{session.portName(session.record().portNumber),
-                                state.currentMask(),
-                                QDateTime::currentDateTime()};
+    const ReportSubject subject{session.portName(session.record().portNumber), state.currentMask(),
+                                QDateTime::currentDateTime(), reportSourceFile(in, language)};
     const QString failure = writeReportFile(out, *format, setupReportHtml(session.record(), subject, language), language);
     if (!failure.isEmpty()) {
         printError(pick(texts::report::kCannotWrite, language).arg(shownText(out), shownText(failure)));

@@ -10,6 +10,9 @@
 #include "texts/report.h"
 #include "texts/window.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 #include <algorithm>
 #include <iterator>
 
@@ -140,6 +143,16 @@ QList<ReportFrame> reportFrames(const ModuleRecord& record, Language language)
     return frames;
 }
 
+QString reportSourceFile(const QString& path, Language language)
+{
+    return pick(texts::report::kSourceFile, language).arg(QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath()));
+}
+
+QString reportSourceLine(const QString& line, int address, Language language)
+{
+    return pick(texts::report::kSourceLine, language).arg(line).arg(address);
+}
+
 QString setupReportHtml(const ModuleRecord& record, const ReportSubject& subject, Language language)
 {
     const QString model = trimmedText(record.modelName);
@@ -150,6 +163,8 @@ QString setupReportHtml(const ModuleRecord& record, const ReportSubject& subject
                  + QStringLiteral("</style>\n</head>\n<body>\n");
     html += QStringLiteral("<h1>") + escaped(title) + QStringLiteral("</h1>\n");
     html += QStringLiteral("<p class=\"made\">") + escaped(pick(texts::report::kMadeAt, language).arg(subject.madeAt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))))
+          + QStringLiteral("<br/>")
+          + escaped(pick(texts::report::kMadeBy, language).arg(QStringLiteral(VELMOR_VERSION), subject.source))
           + QStringLiteral("</p>\n");
     html += section(pick(texts::window::kFrame3, language), infoTable(record, subject, language));
     html += section(channelFrameTitle(record.modelCode, language),

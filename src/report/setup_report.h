@@ -14,7 +14,12 @@ struct ReportSubject {
     QString line;              // the port's name as the port list shows it
     qint32 balanceMask = -1;   // bit n for channel n, as the channel grid's column 3 reads it
     QDateTime madeAt;
+    QString source;            // reportSourceFile() or reportSourceLine()
 };
+
+// Where a report's record came from: a configuration file, or a module on a line.
+QString reportSourceFile(const QString& path, Language language);
+QString reportSourceLine(const QString& line, int address, Language language);
 
 // The setup report of one module as one self-contained HTML document (its
 // style sheet inline, nothing fetched): the module information with the

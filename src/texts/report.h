@@ -11,6 +11,10 @@ namespace velmor::texts::report {
 inline constexpr Text kTitle{"模块设置报告", "Module Setup Report"};
 // "%1" is the date and time the report was made.
 inline constexpr Text kMadeAt{"生成时间：%1", "Made on %1"};
+// Beside the time: the program that made the report and where the record came from.
+inline constexpr Text kMadeBy{"程序：Velmor %1；来源：%2", "By Velmor %1; source: %2"};
+inline constexpr Text kSourceFile{"文件 %1", "the file %1"};
+inline constexpr Text kSourceLine{"线路 %1 上地址 %2 的模块", "the module at address %2 on %1"};
 
 // Section headings that the window has no caption for.
 inline constexpr Text kCoefficients{"校正系数", "Calibration Coefficients"};

@@ -264,6 +264,7 @@ void frmMain::runFlow(const QString& done, const std::function<void()>& flow)
     if (flowRunning_)  // the commands are locked; a queued click finds nothing to do
         return;
     flowRunning_ = true;
+    openedFrom_.clear();
     noticed_ = false;
     framesSent_ = 0;
     QElapsedTimer took;
@@ -307,6 +308,7 @@ void frmMain::TabStripCom_Click(int index)
     showTab(tabStripCom_, index);
     editing_.close();
     state_.currentModule = index;
+    openedFrom_.clear();
     view_.showAll();
     showTitle();
 }

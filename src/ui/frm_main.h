@@ -144,6 +144,9 @@ private:
     FileChooser& files_;
     QString configPath_;
     QString documentPath_;
+    // The file the current record was opened from, until a flow or another
+    // module's tab takes its place: the report's source.
+    QString openedFrom_;
     bool closePending_ = false;
     Operations operations_;
     PortLines lines_;

@@ -54,6 +54,7 @@ void frmMain::openConfigFile(const QString& path)
         notify(texts::message::fileFailure(path, reason, language()));
     } else {
         fileInUse(path);
+        openedFrom_ = path;
         const QString shortFile = shortFileNotice(path, size, language());
         notify(shortFile.isEmpty() ? pick(texts::desktop::kOpened, language()).arg(path) : shortFile);
     }
@@ -123,9 +124,10 @@ void frmMain::MnuFile_ExportReport_Click()
     }
     const ModuleRecord& record = state_.current();
     const PortEntry* port = lines_.find(record.portNumber);
-    const ReportSubject subject{port ? port->name : QString::number(record.portNumber),
-                                state_.currentMask(),
-                                QDateTime::currentDateTime()};
+    const QString line = port ? port->name : QString::number(record.portNumber);
+    const QString source = openedFrom_.isEmpty() ? reportSourceLine(line, record.busAddress, language())
+                                                 : reportSourceFile(openedFrom_, language());
+    const ReportSubject subject{line, state_.currentMask(), QDateTime::currentDateTime(), source};
     const QString failure = writeReportFile(path, *format, setupReportHtml(record, subject, language()), language());
     if (!failure.isEmpty())
         dialogs_.showMessage(pick(texts::message::kTitle, language()), pick(texts::report::kCannotWrite, language()).arg(path, failure));

@@ -40,7 +40,8 @@ ModuleRecord moduleOf(int modelCode) { return sim::simulatedModule(3, modelCode,
 
 ReportSubject subject(qint32 mask = 0x5a5a)
 {
-    return {QStringLiteral("SIM7"), mask, QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26))};
+    return {QStringLiteral("SIM7"), mask, QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26)),
+            reportSourceLine(QStringLiteral("SIM7"), 3, Language::English)};
 }
 
 Table gridTable(const GridCells& cells) { return Table{cells.headings} + cells.rows; }
@@ -71,6 +72,7 @@ private slots:
     void framesAreTheWriteFramesTheWindowRebuilds();
     void headerNamesTheModuleAndTheTime();
     void htmlNeedsNothingOutsideItself();
+    void everyReportNamesTheProgramsVersionAndItsSource();
     void textFromAFileCannotBecomeMarkup();
     void sixteenChannelsFitOnThreePagesWithNoTableSplit_data();
     void sixteenChannelsFitOnThreePagesWithNoTableSplit();
@@ -201,6 +203,21 @@ void SetupReportTest::htmlNeedsNothingOutsideItself()
             QVERIFY(html.contains(QStringLiteral("<style>")));
             QVERIFY(html.contains(QStringLiteral("<meta charset=\"utf-8\"/>")));
         }
+}
+
+void SetupReportTest::everyReportNamesTheProgramsVersionAndItsSource()
+{
+    const ModuleRecord record = moduleOf(kTmC16);
+    QTextDocument fromLine;
+    fromLine.setHtml(setupReportHtml(record, subject(), Language::English));
+    QVERIFY2(fromLine.toPlainText().contains(QStringLiteral("By Velmor " VELMOR_VERSION "; source: the module at address 3 on SIM7")),
+             qPrintable(fromLine.toPlainText().left(300)));
+    ReportSubject fromFile = subject();
+    fromFile.source = reportSourceFile(QStringLiteral("/lab/rack <1>.cfg"), Language::Chinese);
+    QTextDocument document;
+    document.setHtml(setupReportHtml(record, fromFile, Language::Chinese));
+    QVERIFY2(document.toPlainText().contains(QStringLiteral("程序：Velmor " VELMOR_VERSION "；来源：文件 /lab/rack <1>.cfg")),
+             qPrintable(document.toPlainText().left(300)));
 }
 
 void SetupReportTest::textFromAFileCannotBecomeMarkup()

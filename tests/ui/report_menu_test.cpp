@@ -79,6 +79,7 @@ private slots:
     void theDialogOffersBothTypesInTheWindowsLanguage();
     void theSystemDialogGivesTheChosenTypesSuffix_data();
     void theSystemDialogGivesTheChosenTypesSuffix();
+    void theReportNamesItsSourceFileOrLine();
 };
 
 void ReportMenuTest::entryReadsInTheWindowsLanguage()
@@ -249,6 +250,23 @@ void ReportMenuTest::theSystemDialogGivesTheChosenTypesSuffix()
     const QString path = files.reportFileName(QStringLiteral("PDF files (*.pdf)"), QStringLiteral("HTML files (*.html *.htm)"));
     QVERIFY(answered);
     QCOMPARE(path, QDir(folder.path()).filePath(chosen));
+}
+
+void ReportMenuTest::theReportNamesItsSourceFileOrLine()
+{
+    SimLine line({{9, kTmC16}}, Pacing::Fast, QStringLiteral("SIM1"));
+    WindowRig rig;
+    openModule(rig, kTmC16);
+    exportReport(rig, QStringLiteral("from-file.html"));
+    QString html = QString::fromUtf8(fileBytes(rig.files.saveAnswer));
+    QVERIFY2(html.contains(QStringLiteral("By Velmor " VELMOR_VERSION "; source: the file %1").arg(rig.files.openAnswer)),
+             qPrintable(html.left(600)));
+    // Read from the module since, the record's source is the line.
+    chooseModule(rig.window, line, 9);
+    QTest::mouseClick(child<QPushButton>(rig.window, "cmdFrame3Receive"), Qt::LeftButton);
+    exportReport(rig, QStringLiteral("from-line.html"));
+    html = QString::fromUtf8(fileBytes(rig.files.saveAnswer));
+    QVERIFY2(html.contains(QStringLiteral("source: the module at address 9 on SIM1")), qPrintable(html.left(600)));
 }
 
 QTEST_MAIN(ReportMenuTest)

@@ -3,7 +3,10 @@
 # after a search of two simulated lines (three modules), for the README and
 # the manual: doc/manual/images/window-LANG.png (channel setup) and
 # window-LANG-info.png (module information), window-LANG-log.png (the frame-log
-# pane) and window-LANG-ports.png (the port chooser dropped down).
+# pane) and window-LANG-ports.png (the port chooser dropped down), on a
+# 1280x1024 screen; window-LANG-1080.png, the first start on a 1920x1080
+# screen, and window-en-scale2.png, the same at a scale factor of 2. Each
+# shot runs with settings of its own, as a first start.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
@@ -26,13 +29,22 @@ start_sim SIM2 2:TM-B8 -- --fast --log /dev/null
 
 images=doc/manual/images
 mkdir -p "$images"
+# Under build/run, beside the other things a run leaves; the simulators'
+# own exit trap stays in place.
+settings=$build/shot-settings
+mkdir -p "$settings"
+shoot() {  # SCREEN SCALE LANG FRAME OPTION NAME
+  rm -rf "${settings:?}"/*
+  xvfb-run -a -s "-screen 0 $1x24 -dpi 96" \
+    env QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR="$2" XDG_CONFIG_HOME="$settings" \
+    "$build/tools/window_shot" --lang "$3" --frame "$4" $5 --out "$images/$6.png" 2>/dev/null
+  echo "$images/$6.png"
+}
 for lang in en zh; do
-  for shot in "1::window-$lang" "3::window-$lang-info" "1:--frame-log:window-$lang-log" \
-              "1:--ports-open:window-$lang-ports"; do
-    IFS=: read -r frame option name <<<"$shot"
-    xvfb-run -a -s "-screen 0 1280x1024x24 -dpi 96" \
-      env QT_QPA_PLATFORM=xcb "$build/tools/window_shot" --lang "$lang" --frame "$frame" $option \
-      --out "$images/$name.png" 2>/dev/null
-    echo "$images/$name.png"
-  done
+  shoot 1280x1024 1 "$lang" 1 "" "window-$lang"
+  shoot 1280x1024 1 "$lang" 3 "" "window-$lang-info"
+  shoot 1280x1024 1 "$lang" 1 --frame-log "window-$lang-log"
+  shoot 1280x1024 1 "$lang" 1 --ports-open "window-$lang-ports"
+  shoot 1920x1080 1 "$lang" 1 "" "window-$lang-1080"
 done
+shoot 1920x1080 2 en 1 "" window-en-scale2

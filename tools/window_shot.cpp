@@ -54,6 +54,8 @@ int main(int argc, char* argv[])
     velmor::frmMain window(chinese ? 1 : 2, &dialogs);
     window.show();
     window.Form_Load();
+    // As a first start of velmor does: sized for its screen.
+    window.placeOnScreen();
     window.cmdSearch_Click();
     window.TabStrip1_Click(parser.value(QStringLiteral("frame")).toInt() - 1);
     if (parser.isSet(QStringLiteral("frame-log")))

@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -187,6 +188,13 @@ Qt::ItemFlags CellTextModel::flags(const QModelIndex& index) const
     return Qt::ItemIsEnabled | Qt::ItemIsSelectable;
 }
 
+namespace {
+
+constexpr int kRowMargin = 4;  // pixels above and below a row's text
+constexpr int kLeastRows = 4;
+
+}  // namespace
+
 CellGrid::CellGrid(const QString& objectName, const QString& accessibleName, QWidget* parent)
     : QTableView(parent)
     , model_(new CellTextModel(this))
@@ -200,6 +208,13 @@ CellGrid::CellGrid(const QString& objectName, const QString& accessibleName, QWi
     setSelectionMode(QAbstractItemView::ContiguousSelection);
     setWordWrap(false);
     horizontalHeader()->setHighlightSections(false);
+    // Rows as tall as a line of text and its margins (the style's default is
+    // taller), so that sixteen channels fit on a 1080-line screen.
+    verticalHeader()->setMinimumSectionSize(0);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 2 * kRowMargin);
+    // Never squeezed below a few rows: a short screen scrolls the page instead.
+    setMinimumHeight(horizontalHeader()->sizeHint().height() + kLeastRows * verticalHeader()->defaultSectionSize()
+                     + 2 * frameWidth() + horizontalScrollBar()->sizeHint().height());
     horizontalHeader()->viewport()->installEventFilter(this);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column, int, int width) {
         if (!headingHeld_)

@@ -243,8 +243,10 @@ void frmMain::placeOnScreen()
     QList<QRect> screens;
     for (const QScreen* screen : QGuiApplication::screens())
         screens << screen->availableGeometry();
-    if (!restorePlacement(*this, findChildren<CellGrid*>(), screens))
-        fitFirstStart(*this, *findChild<CellGrid*>(QStringLiteral("MSHGridOperate")), screen()->availableGeometry());
+    if (restorePlacement(*this, findChildren<CellGrid*>(), screens))
+        return;
+    fitFirstStart(*this, *findChild<CellGrid*>(QStringLiteral("MSHGridOperate")), screen()->availableGeometry());
+    fittedSize_ = size();
 }
 
 void frmMain::unlockPanels()

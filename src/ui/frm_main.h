@@ -147,6 +147,9 @@ private:
     // The file the current record was opened from, until a flow or another
     // module's tab takes its place: the report's source.
     QString openedFrom_;
+    // The size a first start gave the window, while the operator keeps it: a
+    // search that widens the grid's columns grows the window to show them.
+    QSize fittedSize_;
     bool closePending_ = false;
     Operations operations_;
     PortLines lines_;

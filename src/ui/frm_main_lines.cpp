@@ -3,6 +3,7 @@
 
 #include "frm_main.h"
 
+#include "cell_grid.h"
 #include "frame_log_pane.h"
 #include "link/concurrent_search.h"
 #include "port_search_bar.h"
@@ -11,8 +12,10 @@
 #include "texts/desktop.h"
 #include "texts/message.h"
 #include "texts/network.h"
+#include "window_placement.h"
 
 #include <QProgressBar>
+#include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QStatusBar>
@@ -72,6 +75,10 @@ void frmMain::runSearch(int (Search::*body)(const QList<PortEntry>&, int))
         if (found > 0)
             TabStripCom_Click(0);
     });
+    if (!fittedSize_.isEmpty() && size() == fittedSize_) {
+        growToShow(*this, *findChild<CellGrid*>(QStringLiteral("MSHGridOperate")), screen()->availableGeometry());
+        fittedSize_ = size();
+    }
 }
 
 void frmMain::markUnreadModules(const QList<int>& unread)

@@ -4,6 +4,7 @@
 #include "operator_settings.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QMainWindow>
 #include <QScrollBar>
@@ -16,6 +17,7 @@ namespace {
 const QString kGeometry = QStringLiteral("window/geometry");
 const QString kState = QStringLiteral("window/state");
 const QString kPlace = QStringLiteral("window/place");  // the frame's rectangle on the desktop
+constexpr qint64 kGrantWaitMs = 500;
 
 QString widthsKey(const CellGrid* grid) { return QStringLiteral("grids/%1/widths").arg(grid->objectName()); }
 
@@ -33,6 +35,17 @@ QSize shortfall(const QTableView& grid)
 // The window's frame (title bar, borders) around its contents.
 QSize decoration(const QMainWindow& window) { return window.frameGeometry().size() - window.geometry().size(); }
 
+// A shown window takes a new size once the window system has granted it; the
+// wait is bounded, since a window manager may grant another size or none.
+void resizeShown(QMainWindow& window, const QSize& size)
+{
+    window.resize(size);
+    QElapsedTimer waited;
+    waited.start();
+    while (window.size() != size && waited.elapsed() < kGrantWaitMs)
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 20);
+}
+
 void centre(QMainWindow& window, const QRect& available)
 {
     const QSize outer = window.size() + decoration(window);
@@ -43,18 +56,29 @@ void centre(QMainWindow& window, const QRect& available)
 
 void fitFirstStart(QMainWindow& window, const QTableView& grid, const QRect& available)
 {
+    growToShow(window, grid, available);
+    centre(window, available);
+}
+
+void growToShow(QMainWindow& window, const QTableView& grid, const QRect& available)
+{
     const QSize room = available.size() - decoration(window);
     // No narrower than its widest frame, whichever is shown now.
-    window.resize(window.size().expandedTo(window.minimumSizeHint()).boundedTo(room));
+    resizeShown(window, window.size().expandedTo(window.minimumSizeHint()).boundedTo(room));
     // Other widgets share the grid's space; a few rounds let the layout settle.
     for (int round = 0; round < 8; ++round) {
         const QSize lacking = shortfall(grid);
         const QSize wanted = (window.size() + lacking).boundedTo(room);
         if (lacking == QSize(0, 0) || wanted == window.size())
             break;
-        window.resize(wanted);
+        resizeShown(window, wanted);
     }
-    centre(window, available);
+    // Whole on the screen: grown to the right or down, it may stand over an edge.
+    const QRect frame = window.frameGeometry();
+    const QPoint inside(std::clamp(frame.x(), available.left(), std::max(available.left(), available.right() + 1 - frame.width())),
+                        std::clamp(frame.y(), available.top(), std::max(available.top(), available.bottom() + 1 - frame.height())));
+    if (inside != frame.topLeft())
+        window.move(inside);
 }
 
 bool restorePlacement(QMainWindow& window, const QList<CellGrid*>& grids, const QList<QRect>& screens)

@@ -14,6 +14,9 @@ class CellGrid;
 // scroll bars, never larger than `available` (a screen's area without its
 // panels), and centred on it.
 void fitFirstStart(QMainWindow& window, const QTableView& grid, const QRect& available);
+// The same without centring: the window grows where it stands, moved only as
+// far as it takes to stay whole on `available`.
+void growToShow(QMainWindow& window, const QTableView& grid, const QRect& available);
 
 // The size, place and pane layout of the window and the widths the operator
 // gave the grids' columns, as the last run left them; false when none was

@@ -1,6 +1,7 @@
 // The window's size and place: a first start that shows the whole channel
 // grid within the screen, and what the last run left, kept between runs.
 
+#include "model/models.h"
 #include "ui/cell_grid.h"
 #include "ui/operator_settings.h"
 #include "ui/window_placement.h"
@@ -9,6 +10,7 @@
 #include <QAbstractButton>
 #include <QDockWidget>
 #include <QHeaderView>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
@@ -36,6 +38,7 @@ private slots:
     void sizePlacePaneAndColumnWidthsOutliveTheWindow();
     void aPlaceOnNoScreenNowIsDropped();
     void nothingRememberedIsAFirstStart();
+    void aSearchThatWidensTheGridGrowsAFirstStartsWindow();
 };
 
 void WindowPlacementTest::init() { OperatorSettings().clear(); }
@@ -149,6 +152,31 @@ void WindowPlacementTest::nothingRememberedIsAFirstStart()
 {
     WindowRig rig;
     QVERIFY(!restorePlacement(rig.window, {}, {QRect(0, 0, 1920, 1040)}));
+}
+
+void WindowPlacementTest::aSearchThatWidensTheGridGrowsAFirstStartsWindow()
+{
+    // A TM-B8 adds its six reference columns to the grid a first start fitted.
+    SimLine line({{1, kTmB8}}, Pacing::Fast, QStringLiteral("SIM1"));
+    WindowRig rig;
+    rig.window.placeOnScreen();
+    const QSize first = rig.window.size();
+    CellGrid* grid = channelGrid(rig.window);
+    const int before = grid->horizontalHeader()->length();
+    QTest::mouseClick(child<QAbstractButton>(rig.window, "cmdSearch"), Qt::LeftButton);
+    settle();
+    QVERIFY(grid->horizontalHeader()->length() > before);
+    const QRect screen = rig.window.screen()->availableGeometry();
+    QVERIFY(rig.window.width() > first.width());
+    QVERIFY(screen.contains(frameOf(rig.window)));
+    // Every column in view, unless the screen is too narrow for them.
+    QVERIFY(grid->horizontalScrollBar()->maximum() == 0 || frameOf(rig.window).width() == screen.width());
+
+    // A size the operator chose is left alone.
+    rig.window.resize(rig.window.width() - 40, rig.window.height());
+    const QSize chosen = rig.window.size();
+    QTest::mouseClick(child<QAbstractButton>(rig.window, "cmdSearch"), Qt::LeftButton);
+    QCOMPARE(rig.window.size(), chosen);
 }
 
 QTEST_MAIN(WindowPlacementTest)

@@ -31,13 +31,6 @@ QAction* action(QWidget& window, const char* name)
     return child<QAction>(window, name);
 }
 
-QStringList tabTexts(QTabBar* tabs)
-{
-    QStringList out;
-    for (int i = 0; i < tabs->count(); ++i)
-        out << tabs->tabText(i);
-    return out;
-}
 
 }  // namespace
 
@@ -71,7 +64,7 @@ void MainWindowTest::searchOfTwoLinesGivesOneTabPerModuleInOrder()
 
     QTest::mouseClick(child<QPushButton>(window, "cmdSearch"), Qt::LeftButton);
     auto* tabs = child<QTabBar>(window, "TabStripCom");
-    QCOMPARE(tabTexts(tabs), (QStringList{QStringLiteral("1 TM-C16"), QStringLiteral("2 TM-A4"), QStringLiteral("3 TM-B8")}));
+    QCOMPARE(moduleTabTexts(window), (QStringList{QStringLiteral("1 TM-C16"), QStringLiteral("2 TM-A4"), QStringLiteral("3 TM-B8")}));
     QCOMPARE(rig.dialogs.texts().last(), QStringLiteral("Found 3 modules."));
     QCOMPARE(rig.dialogs.messages.last().first, QStringLiteral("Module Setup"));
     // The first module is current, and its address shows.

@@ -21,15 +21,6 @@ namespace {
 
 const QString kServer = QStringLiteral("tcp://127.0.0.1:4999");
 
-QStringList tabTexts(frmMain& window)
-{
-    auto* tabs = child<QTabBar>(window, "TabStripCom");
-    QStringList out;
-    for (int i = 0; i < tabs->count(); ++i)
-        out << tabs->tabText(i);
-    return out;
-}
-
 QStringList itemTexts(QComboBox* box)
 {
     QStringList out;
@@ -142,7 +133,7 @@ void NetworkLinesTest::searchAllLinesAtOnceGivesTheSearchsTabsAndLocksTheWindow(
     QVERIFY(ports->findText(QStringLiteral("SIM1")) >= 0 && ports->findText(QStringLiteral("SIM2")) >= 0);
 
     child<QPushButton>(rig.window, "cmdSearch")->click();
-    const QStringList oneByOne = tabTexts(rig.window);
+    const QStringList oneByOne = moduleTabTexts(rig.window);
     const QStringList saidOneByOne = rig.dialogs.texts();
     QCOMPARE(oneByOne, (QStringList{QStringLiteral("1 TM-C16"), QStringLiteral("2 TM-A4"), QStringLiteral("3 TM-B8")}));
     QCOMPARE(saidOneByOne.last(), QStringLiteral("Found 3 modules."));
@@ -156,7 +147,7 @@ void NetworkLinesTest::searchAllLinesAtOnceGivesTheSearchsTabsAndLocksTheWindow(
     });
     child<QAction>(rig.window, "MnuOperate_SearchAll")->trigger();
     QVERIFY(lockedDuring);
-    QCOMPARE(tabTexts(rig.window), oneByOne);
+    QCOMPARE(moduleTabTexts(rig.window), oneByOne);
     VELMOR_COMPARE_SAID(rig.dialogs.texts(), saidOneByOne);
     QCOMPARE(child<QTabBar>(rig.window, "TabStripCom")->currentIndex(), 0);
     QVERIFY(child<QPushButton>(rig.window, "cmdSearch")->isEnabled());

@@ -31,15 +31,6 @@ QList<int> infoAddressesAsked(const SimLine& line)
     return asked;
 }
 
-QStringList tabTexts(frmMain& window)
-{
-    auto* tabs = child<QTabBar>(window, "TabStripCom");
-    QStringList texts;
-    for (int i = 0; i < tabs->count(); ++i)
-        texts << tabs->tabText(i);
-    return texts;
-}
-
 }  // namespace
 
 class StopSearchTest : public QObject {
@@ -102,10 +93,10 @@ void StopSearchTest::aStoppedSearchReadsAndReportsWhatItFound()
     if (!allAtOnce)
         QVERIFY(second.requests().isEmpty());  // its turn never came
     // Read wholly and reported, as a search that ran to its end.
-    QVERIFY(tabTexts(rig.window).contains(QStringLiteral("1 TM-A4")));
-    QVERIFY(!tabTexts(rig.window).contains(QStringLiteral("2 TM-C16")) && tabTexts(rig.window).size() <= 2);
+    QVERIFY(moduleTabTexts(rig.window).contains(QStringLiteral("1 TM-A4")));
+    QVERIFY(!moduleTabTexts(rig.window).contains(QStringLiteral("2 TM-C16")) && moduleTabTexts(rig.window).size() <= 2);
     VELMOR_VERIFY_SAME(wholeReadDifference(rig.window.state().table[0], first.module(2).memory()));
-    QCOMPARE(rig.dialogs.texts().last(), QStringLiteral("Found %1 modules.").arg(tabTexts(rig.window).size()));
+    QCOMPARE(rig.dialogs.texts().last(), QStringLiteral("Found %1 modules.").arg(moduleTabTexts(rig.window).size()));
     QCOMPARE(button->text(), QStringLiteral("&Search"));
     QVERIFY(button->isEnabled());
 }

@@ -9,6 +9,7 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QTabBar>
 #include <QTemporaryDir>
 #include <QWidget>
 
@@ -31,6 +32,16 @@ inline void chooseModuleAt(frmMain& window, const QString& portName, int address
     const int index = addresses->findData(address);
     addresses->setCurrentIndex(index);
     emit addresses->activated(index);
+}
+
+// The module tabs' texts, left to right ("1 TM-C16", ...).
+inline QStringList moduleTabTexts(frmMain& window)
+{
+    auto* tabs = child<QTabBar>(window, "TabStripCom");
+    QStringList texts;
+    for (int i = 0; i < tabs->count(); ++i)
+        texts << tabs->tabText(i);
+    return texts;
 }
 
 inline void chooseModule(frmMain& window, const SimLine& line, int address)

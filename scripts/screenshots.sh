@@ -5,7 +5,10 @@
 # window-LANG-info.png (module information), window-LANG-log.png (the frame-log
 # pane) and window-LANG-ports.png (the port chooser dropped down), on a
 # 1280x1024 screen; window-LANG-1080.png, the first start on a 1920x1080
-# screen, and window-en-scale2.png, the same at a scale factor of 2. Each
+# screen, and window-en-scale2.png, the same at a scale factor of 2;
+# window-LANG-edited.png, window-en-edited-dark.png and
+# window-en-edited-info.png show edits not yet sent, in a light and a dark
+# theme, in the grids and in the module information. Each
 # shot runs with settings of its own, as a first start.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -46,5 +49,8 @@ for lang in en zh; do
   shoot 1280x1024 1 "$lang" 1 --frame-log "window-$lang-log"
   shoot 1280x1024 1 "$lang" 1 --ports-open "window-$lang-ports"
   shoot 1920x1080 1 "$lang" 1 "" "window-$lang-1080"
+  shoot 1280x1024 1 "$lang" 1 --edited "window-$lang-edited"
 done
+shoot 1280x1024 1 en 1 "--edited --dark" window-en-edited-dark
+shoot 1280x1024 1 en 3 --edited window-en-edited-info
 shoot 1920x1080 2 en 1 "" window-en-scale2

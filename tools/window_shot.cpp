@@ -2,10 +2,12 @@
 // listed port, saved as a PNG. Run it under a real X server (Xvfb) with the
 // simulator's lines published; scripts/screenshots.sh does both.
 //
-//   window_shot --lang zh|en --frame 1|2|3 [--frame-log] [--ports-open] --out FILE.png
+//   window_shot --lang zh|en --frame 1|2|3 [--frame-log] [--ports-open] [--edited] [--dark] --out FILE.png
 //
 // --frame-log shows the frame-log pane (View menu) with the search's frames;
-// --ports-open drops the port chooser's list down, taken from the screen.
+// --ports-open drops the port chooser's list down, taken from the screen;
+// --edited changes a few values of the first module, as edits not yet sent;
+// --dark paints the window in a dark theme's colours.
 
 #include "texts/language.h"
 #include "ui/frm_main.h"
@@ -13,6 +15,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QStyleFactory>
 #include <QCommandLineParser>
 #include <QScreen>
 #include <QTabBar>
@@ -46,10 +49,24 @@ int main(int argc, char* argv[])
     parser.addOption({QStringLiteral("frame"), QStringLiteral("1, 2 or 3"), QStringLiteral("frame"), QStringLiteral("1")});
     parser.addOption({QStringLiteral("frame-log"), QStringLiteral("Show the frame-log pane")});
     parser.addOption({QStringLiteral("ports-open"), QStringLiteral("Drop the port chooser's list down")});
+    parser.addOption({QStringLiteral("edited"), QStringLiteral("Edit a few values without sending them")});
+    parser.addOption({QStringLiteral("dark"), QStringLiteral("A dark theme's colours")});
     parser.addOption({QStringLiteral("out"), QStringLiteral("PNG file"), QStringLiteral("file")});
     parser.process(app);
     const bool chinese = parser.value(QStringLiteral("lang")) == QLatin1String("zh");
 
+    if (parser.isSet(QStringLiteral("dark"))) {
+        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+        QPalette dark;
+        dark.setColor(QPalette::Window, QColor(45, 45, 48));
+        dark.setColor(QPalette::WindowText, Qt::white);
+        dark.setColor(QPalette::Base, QColor(30, 30, 30));
+        dark.setColor(QPalette::AlternateBase, QColor(45, 45, 48));
+        dark.setColor(QPalette::Text, Qt::white);
+        dark.setColor(QPalette::Button, QColor(60, 60, 64));
+        dark.setColor(QPalette::ButtonText, Qt::white);
+        QApplication::setPalette(dark);
+    }
     PrintedDialogs dialogs;
     velmor::frmMain window(chinese ? 1 : 2, &dialogs);
     window.show();
@@ -57,6 +74,15 @@ int main(int argc, char* argv[])
     // As a first start of velmor does: sized for its screen.
     window.placeOnScreen();
     window.cmdSearch_Click();
+    if (parser.isSet(QStringLiteral("edited"))) {
+        // What the grids' editors and the information panel store, unsent.
+        velmor::ModuleRecord& module = window.state().current();
+        module.channels[1].gain = static_cast<qint16>(module.channels[1].gain == 0 ? 1 : 0);
+        module.channels[4].holdExponent = static_cast<quint16>(module.channels[4].holdExponent == 0 ? 1 : 0);
+        module.channels[2].gainCoef[0] += 5;
+        module.moduleNumber = module.moduleNumber == 4321 ? 1234 : 4321;
+        window.TabStripCom_Click(0);
+    }
     window.TabStrip1_Click(parser.value(QStringLiteral("frame")).toInt() - 1);
     if (parser.isSet(QStringLiteral("frame-log")))
         window.findChild<QAction*>(QStringLiteral("MnuView_FrameLog"))->trigger();

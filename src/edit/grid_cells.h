@@ -75,6 +75,8 @@ struct InfoCell {
 // The module-information panel's rows: the line, the address, the model,
 // the module number and version, then the capabilities in panel order.
 QList<InfoCell> moduleInfoCells(const ModuleRecord& record, const QString& lineName, Language language);
+inline constexpr int kInfoAddressRow = 1;
+// The rows from here on are the panel's own, in its order.
 inline constexpr int kInfoModelRow = 2;
 
 // How many gain-coefficient columns the coefficient grid has for a model (4 or 11),

@@ -70,4 +70,15 @@ inline constexpr Text kRecentGone{"文件 %1 已不存在，已从最近的文�
 inline constexpr Text kTitleModule{"%1（地址 %2）", "%1 at address %2"};
 inline constexpr Text kTitleSeparator{" — ", " — "};
 
+// Edits shown and not yet sent to a module: a marked cell's description
+// ("%1" is what the module holds), the status bar's count, one module's
+// edits ("%1" the module as kTitleModule names it, "%2" its cells), and the
+// last message before the window closes with edits not sent ("%1" what the
+// save said, "%2" the modules' edits).
+inline constexpr Text kUnsentCell{"已修改，未发送：模块中为 %1。", "Edited, not sent: the module holds %1."};
+inline constexpr Text kUnsentCount{"未发送的修改：%1 处", "Edits not sent: %1"};
+inline constexpr Text kUnsentOfModule{"%1：%2", "%1: %2"};
+inline constexpr Text kNameSeparator{"、", ", "};
+inline constexpr Text kClosingWithUnsent{"%1。未发送到模块的修改：%2", "%1. Edits not sent to the modules: %2"};
+
 }  // namespace velmor::texts::desktop

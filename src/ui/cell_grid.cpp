@@ -50,6 +50,7 @@ QList<int> CellTextModel::showCells(const GridCells& cells)
     if (!sameShape) {
         beginResetModel();
         cells_ = cells;
+        unsent_.clear();
         endResetModel();
         QList<int> all;
         for (int c = 0; c < columnCount(); ++c)
@@ -103,6 +104,21 @@ void CellTextModel::markUnstored(const GridCells& stored, const QString& note)
     }
 }
 
+void CellTextModel::markUnsent(const QHash<QPair<int, int>, QString>& descriptions)
+{
+    QHash<QPair<int, int>, QString> marks;
+    for (auto it = descriptions.begin(); it != descriptions.end(); ++it)
+        marks.insert({it.key().first - 1, it.key().second}, it.value());
+    QList<QPair<int, int>> touched = marks.keys();
+    for (auto it = unsent_.begin(); it != unsent_.end(); ++it)
+        if (marks.value(it.key()) != it.value())
+            touched.append(it.key());
+    unsent_ = marks;
+    for (const auto& [row, column] : touched)
+        if (row >= 0 && row < rowCount() && column >= 0 && column < columnCount())
+            emit dataChanged(index(row, column), index(row, column));
+}
+
 QString CellTextModel::cellText(int row, int column) const
 {
     if (row < 1 || row > rowCount())
@@ -141,6 +157,14 @@ QVariant CellTextModel::data(const QModelIndex& index, int role) const
     const QString text = cells_.rows.at(index.row()).value(index.column());
     const bool picture = index.column() == pictureColumn_ && pictures_.contains(text);
     const QString unstored = unstored_.value({index.row(), index.column()});
+    const QString unsent = unsent_.value({index.row(), index.column()});
+    const bool grey = cells_.greyColumns.contains(index.column());
+    // What the cell's marks say, for the tool tip and a screen reader.
+    QStringList said;
+    for (const QString& note : {unsent, unstored})
+        if (!note.isEmpty())
+            said << note;
+    const QVariant notes = said.isEmpty() ? QVariant() : QVariant(said.join(QLatin1Char(' ')));
     switch (role) {
     case Qt::DisplayRole:
         return picture ? QString() : text;
@@ -153,17 +177,19 @@ QVariant CellTextModel::data(const QModelIndex& index, int role) const
         }
         return QVariant();
     case Qt::ToolTipRole:
-        return picture ? text : unstored.isEmpty() ? QVariant() : QVariant(unstored);
+        return picture ? text : notes;
     case Qt::AccessibleTextRole:
         return picture ? text : QVariant();
     case Qt::AccessibleDescriptionRole:
-        return unstored.isEmpty() ? QVariant() : QVariant(unstored);
+        return notes;
     case Qt::TextAlignmentRole:
         return static_cast<int>(Qt::AlignCenter);
     case Qt::BackgroundRole:
-        if (cells_.greyColumns.contains(index.column()))
-            return QBrush(QColor(kGreyCellColor));
-        return QVariant();
+        if (!unsent.isEmpty())
+            return QBrush(QColor(kUnsentCellColor));
+        return grey ? QVariant(QBrush(QColor(kGreyCellColor))) : QVariant();
+    case Qt::ForegroundRole:
+        return grey || !unsent.isEmpty() ? QVariant(QBrush(QColor(kColouredCellText))) : QVariant();
     default:
         return QVariant();
     }

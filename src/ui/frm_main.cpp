@@ -19,6 +19,7 @@
 #include "texts/message.h"
 #include "texts/window.h"
 #include "twips.h"
+#include "unsent_edits.h"
 #include "widget_dialogs.h"
 #include "window_placement.h"
 #include "window_title.h"
@@ -76,6 +77,7 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
     , display_(frame1_, frame2_, frame3_)
     , view_(state_, frame1_, frame2_, frame3_, bar_)
     , editing_(state_, dialogs_, frame1_, frame2_, display_)
+    , unsent_(new UnsentEdits(state_, frame1_, frame2_, frame3_->fields()))
 {
     setObjectName(QStringLiteral("frmMain"));
     setAcceptDrops(true);
@@ -113,6 +115,10 @@ frmMain::frmMain(int languageMode, OperatorDialogs* dialogs, FileChooser* files,
     });
     connect(&watcher_, &PortWatcher::portsChanged, this, &frmMain::applyPorts);
     statusBar()->setObjectName(QStringLiteral("StatusBar"));
+    statusBar()->addPermanentWidget(unsent_);
+    connect(&view_, &ModuleView::shown, unsent_, &UnsentEdits::refresh);
+    connect(&editing_, &GridEditing::edited, unsent_, &UnsentEdits::refresh);
+    connect(frame3_->fields(), &ModuleInfoFields::edited, unsent_, &UnsentEdits::refresh);
     connect(&operations_, &Operations::lineBusy, this, [this](const PortEntry& port, const LineHolder& holder) {
         notify(Operations::lineBusyText(port.name, holder, language()));
     });
@@ -187,6 +193,7 @@ void frmMain::requestStarted(const Request& request)
 void frmMain::replyStored(const Request& request, const QByteArray& frame)
 {
     display_.showReply(request, frame, state_.current());
+    unsent_->held().replyStored(state_.currentModule, request, frame);
     view_.showSoon(request);
 }
 
@@ -229,6 +236,7 @@ void frmMain::Form_Load()
     const int languageMode = state_.languageMode;
     state_.reset();
     state_.languageMode = languageMode;
+    unsent_->allHeld();
     // The first port listed is the current module's (applyPorts).
     applyPorts(listPorts());
     if (lines_.isEmpty())
@@ -300,6 +308,9 @@ void frmMain::closeEvent(QCloseEvent* event)
     rememberPlacement(*this, findChildren<CellGrid*>());
     // A failed save has shown its message; the window closes all the same.
     save(configPath_);
+    if (unsent_->count() > 0)
+        statusBar()->showMessage(pick(texts::desktop::kClosingWithUnsent, language())
+                                     .arg(statusBar()->currentMessage(), unsent_->summary()));
     event->accept();
 }
 

@@ -29,6 +29,7 @@ class MainMenus;
 class ModuleInfoPanel;
 class OperationPanel;
 class PortSearchBar;
+class UnsentEdits;
 
 // The main window. It runs the flows of src/link and shows the module table;
 // it decides nothing of its own. Message boxes go through `dialogs` (the
@@ -169,6 +170,7 @@ private:
     FrameDisplay display_;
     ModuleView view_;
     GridEditing editing_;
+    UnsentEdits* unsent_;
     bool operationsOn_ = true;
     QList<OperationPanel*> lockedPanels_;
 };

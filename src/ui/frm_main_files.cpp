@@ -7,8 +7,8 @@
 #include "file_chooser.h"
 #include "main_menus.h"
 #include "operator_settings.h"
-#include "recent_menu.h"
 #include "module_view.h"
+#include "recent_menu.h"
 #include "port_search_bar.h"
 #include "report/report_file.h"
 #include "report/setup_report.h"
@@ -16,6 +16,7 @@
 #include "texts/desktop.h"
 #include "texts/message.h"
 #include "texts/report.h"
+#include "unsent_edits.h"
 
 #include <QDateTime>
 #include <QDragEnterEvent>
@@ -55,6 +56,8 @@ void frmMain::openConfigFile(const QString& path)
     } else {
         fileInUse(path);
         openedFrom_ = path;
+        // What was opened is no edit: marks measure edits from here on.
+        unsent_->held().take(state_.currentModule, state_.current());
         const QString shortFile = shortFileNotice(path, size, language());
         notify(shortFile.isEmpty() ? pick(texts::desktop::kOpened, language()).arg(path) : shortFile);
     }

@@ -12,6 +12,7 @@
 #include "texts/desktop.h"
 #include "texts/message.h"
 #include "texts/network.h"
+#include "unsent_edits.h"
 #include "window_placement.h"
 
 #include <QProgressBar>
@@ -71,6 +72,8 @@ void frmMain::runSearch(int (Search::*body)(const QList<PortEntry>&, int))
         const int found = (search.*body)(lines_.ports(), bar_->selectedPortNumber());
         bar_->setSearching(false);
         markUnreadModules(search.unreadModules());
+        // The search read every module it found: they hold what they show.
+        unsent_->allHeld();
         // As if the operator had clicked the first module's tab.
         if (found > 0)
             TabStripCom_Click(0);

@@ -15,6 +15,9 @@ GridEditing::GridEditing(SetupState& state, OperatorDialogs& dialogs, ChannelSet
     , calibration_(new TrimGridEditor(TrimGrid::Calibration, frame1->calibrationGrid(), state, dialogs))
 {
     frame1->addEditorStrip(channels_->strip());
+    for (GridEditor* editor : {static_cast<GridEditor*>(channels_), static_cast<GridEditor*>(adjust_),
+                               static_cast<GridEditor*>(calibration_)})
+        connect(editor, &GridEditor::stored, this, &GridEditing::edited);
     connect(channels_, &ChannelGridEditor::stored, this, [&state, &display](const QList<int>& rows) {
         display.showEdit(state.current(), Block::Kind::ChannelGroup, rows);
     });

@@ -26,6 +26,10 @@ public:
     // Every editor put away without storing (another module is shown).
     void close();
 
+signals:
+    // An editor stored an edit into the current module's record.
+    void edited();
+
 private:
     ChannelGridEditor* channels_;
     TrimGridEditor* adjust_;

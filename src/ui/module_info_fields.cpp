@@ -2,6 +2,8 @@
 
 #include "model/limits.h"
 
+#include "cell_grid.h"
+#include "edit/grid_cells.h"
 #include "key_filter.h"
 #include "model/number_text.h"
 #include "object_names.h"
@@ -67,6 +69,7 @@ ModuleInfoFields::ModuleInfoFields(SetupState& state, OperatorDialogs& dialogs, 
             QLineEdit* box = list == kModuleNumberRow ? txtModuleNumber_ : txtVer_;
             label->setBuddy(box);
             layout->addWidget(box, row, 1);
+            rows_.append({box, nullptr});
             continue;
         }
         auto* combo = new QComboBox;
@@ -84,15 +87,20 @@ ModuleInfoFields::ModuleInfoFields(SetupState& state, OperatorDialogs& dialogs, 
         layout->addWidget(text, row, 2);
         lists_[list] = combo;
         texts_[list] = text;
+        rows_.append({text, combo});
         connect(combo, &QComboBox::activated, this, [this, list](int index) { listChosen(list, index); });
     }
     connect(txtModuleNumber_, &QLineEdit::textEdited, this, [this] {
-        if (const auto number = typedNumber(txtModuleNumber_, kModuleNumberHighest))
+        if (const auto number = typedNumber(txtModuleNumber_, kModuleNumberHighest)) {
             state_.current().moduleNumber = *number;
+            emit edited();
+        }
     });
     connect(txtVer_, &QLineEdit::textEdited, this, [this] {
-        if (const auto number = typedNumber(txtVer_, kVersionHighest))
+        if (const auto number = typedNumber(txtVer_, kVersionHighest)) {
             state_.current().version = static_cast<quint8>(*number);
+            emit edited();
+        }
     });
 }
 
@@ -130,6 +138,36 @@ void ModuleInfoFields::listChosen(int list, int index)
         setCapabilityCode(record, capability, static_cast<quint8>(index));
     texts_[list]->setText(lists_[list]->currentText());
     texts_[list]->setCursorPosition(0);
+    emit edited();
+}
+
+void ModuleInfoFields::markUnsent(const QHash<int, QString>& descriptions)
+{
+    for (int row = 0; row < rows_.size(); ++row) {
+        const QString description = descriptions.value(row + kInfoModelRow);
+        QLineEdit* box = rows_[row].box;
+        if (box->accessibleDescription() == description)
+            continue;
+        // The box's own colours come back with an empty palette.
+        QPalette palette;
+        if (!description.isEmpty()) {
+            palette = box->palette();
+            palette.setColor(QPalette::Base, QColor(kUnsentCellColor));
+            palette.setColor(QPalette::Text, QColor(kColouredCellText));
+        }
+        box->setPalette(palette);
+        box->setAccessibleDescription(description);
+        box->setToolTip(description);
+        // The list keeps its hint as its tool tip.
+        if (QComboBox* list = rows_[row].list)
+            list->setAccessibleDescription(description);
+    }
+}
+
+bool ModuleInfoFields::isMarkedUnsent(int infoRow) const
+{
+    const int row = infoRow - kInfoModelRow;
+    return row >= 0 && row < rows_.size() && !rows_[row].box->accessibleDescription().isEmpty();
 }
 
 std::optional<int> ModuleInfoFields::typedNumber(const QLineEdit* box, int highest)

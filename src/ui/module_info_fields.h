@@ -4,6 +4,7 @@
 #include "model/capabilities.h"
 #include "model/module_table.h"
 
+#include <QHash>
 #include <QWidget>
 
 #include <array>
@@ -30,6 +31,14 @@ public:
     void showModule();
     // The boxes emptied, as at start-up.
     void clearBoxes();
+    // Marks the rows edited and not yet sent (rows as moduleInfoCells counts
+    // them), each with its accessible description; the others unmarked.
+    void markUnsent(const QHash<int, QString>& descriptions);
+    bool isMarkedUnsent(int infoRow) const;
+
+signals:
+    // The operator stored a choice or a number into the record.
+    void edited();
 
 private:
     // The language the window was started in, held by the state.
@@ -44,6 +53,13 @@ private:
     std::array<QLineEdit*, kLists> texts_{};
     QLineEdit* txtModuleNumber_;
     QLineEdit* txtVer_;
+    // Each panel row's value box (the number, or the text beside the list)
+    // and its list, if it has one.
+    struct RowControls {
+        QLineEdit* box = nullptr;
+        QComboBox* list = nullptr;
+    };
+    QList<RowControls> rows_;
 };
 
 }  // namespace velmor

@@ -59,6 +59,7 @@ void ModuleView::show(int parts)
         bar_->showPort(record.portNumber);
         bar_->showAddress(record.busAddress);
     }
+    emit shown();
 }
 
 }  // namespace velmor

@@ -30,6 +30,10 @@ public:
     // Whatever is still waiting to be drawn, now.
     void flush();
 
+signals:
+    // The record has been drawn anew.
+    void shown();
+
 private:
     enum Part { Information = 1, Channels = 2, Adjust = 4, Calibration = 8, Everything = 15 };
     void show(int parts);

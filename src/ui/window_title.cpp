@@ -8,11 +8,16 @@
 
 namespace velmor {
 
+QString moduleTitle(const ModuleRecord& module, Language language)
+{
+    return pick(texts::desktop::kTitleModule, language).arg(trimmedText(module.modelName)).arg(module.busAddress);
+}
+
 QString windowTitle(const ModuleRecord* module, const QString& file, Language language)
 {
     QStringList parts;
     if (module)
-        parts << pick(texts::desktop::kTitleModule, language).arg(trimmedText(module->modelName)).arg(module->busAddress);
+        parts << moduleTitle(*module, language);
     if (!file.isEmpty())
         parts << QFileInfo(file).fileName();
     parts << pick(texts::window::kWindowTitle, language);

@@ -2,8 +2,8 @@
 // cells, the shared list, prompts, keys typed into the cells' boxes, the two
 // cut-off choices and the frequency dialog, against a module read from a
 // simulated line; then Send writes what the grids show.
+#include "grid_hands.h"
 #include "model/models.h"
-#include "window_rig.h"
 
 #include "edit/grid_cells.h"
 #include "protocol/frame.h"
@@ -29,47 +29,6 @@ using namespace velmor;
 using namespace velmor::testing;
 
 namespace {
-
-
-// A module of that model read wholly into the window from its own line.
-struct ReadModule {
-    ReadModule(int modelCode, int languageMode = kEnglish)
-        : line({{1, modelCode}}, Pacing::Fast, QStringLiteral("SIM1")), rig(languageMode)
-    {
-        chooseModule(rig.window, line, 1);
-        QTest::mouseClick(child<QPushButton>(rig.window, "cmdFrame3Receive"), Qt::LeftButton);
-    }
-    frmMain& window() { return rig.window; }
-    ModuleRecord& record() { return rig.window.state().current(); }
-    ChannelRecord& channel(int index) { return record().channels[static_cast<size_t>(index)]; }
-    CellGrid* grid(const char* name) { return child<CellGrid>(rig.window, name); }
-
-    SimLine line;
-    WindowRig rig;
-};
-
-QPoint centreOf(CellGrid* grid, int row, int column)
-{
-    return grid->visualRect(grid->model()->index(row - 1, column)).center();
-}
-
-void clickCell(CellGrid* grid, int row, int column, Qt::KeyboardModifiers modifiers = {})
-{
-    QTest::mouseClick(grid->viewport(), Qt::LeftButton, modifiers, centreOf(grid, row, column));
-}
-
-QString cellText(CellGrid* grid, int row, int column) { return grid->cellModel()->cellText(row, column); }
-
-// A choice in the open list, made with the keys in its pop-up.
-void chooseItem(QComboBox* list, int item)
-{
-    QAbstractItemView* view = list->view();
-    QTRY_VERIFY(view->isVisible());
-    QTest::keyClick(view, Qt::Key_Home);
-    for (int i = 0; i < item; ++i)
-        QTest::keyClick(view, Qt::Key_Down);
-    QTest::keyClick(view, Qt::Key_Return);
-}
 
 QString sentLabel(frmMain& window, int g)
 {

@@ -1,0 +1,150 @@
+// Two setups of a module compared cell by cell, in the texts the grids and
+// the information panel show.
+#include "edit/setup_differences.h"
+#include "edit_testkit.h"
+#include "model/reference.h"
+
+#include <QTest>
+
+using namespace velmor;
+using namespace velmor::testing;
+
+namespace {
+
+constexpr qint32 kAllChosen = -1;
+
+QList<CellDifference> differences(const ModuleRecord& from, const ModuleRecord& to, Language language = Language::English)
+{
+    return setupDifferences(from, to, kAllChosen, language);
+}
+
+}  // namespace
+
+class SetupDifferencesTest : public QObject {
+    Q_OBJECT
+private slots:
+    void aSetupIsTheSameAsItself();
+    void oneChannelParameterIsOneCellNamedByItsRowAndHeading();
+    void referenceColumnsAreToldAndNeverSent();
+    void informationRowsAreNamedByTheirLabels();
+    void adjustAndCoefficientCellsAreTheirGridsOwn();
+    void aCellOnlyOneLayoutHasReadsEmptyInTheOther();
+    void thePartsComeInPanelOrder();
+};
+
+void SetupDifferencesTest::aSetupIsTheSameAsItself()
+{
+    for (int model : {kTmA4, kTmC16, kTmB8, kTmB16}) {
+        const ModuleRecord module = moduleOf(model);
+        QVERIFY(differences(module, module).isEmpty());
+        QVERIFY(differences(module, module, Language::Chinese).isEmpty());
+    }
+}
+
+void SetupDifferencesTest::oneChannelParameterIsOneCellNamedByItsRowAndHeading()
+{
+    ModuleRecord from = moduleOf(kTmC16);
+    ModuleRecord to = from;
+    channel(to, 1).gain = static_cast<qint16>(channel(from, 1).gain + 1);
+    const QList<CellDifference> found = differences(from, to);
+    QCOMPARE(found.size(), 1);
+    const CellDifference& d = found.first();
+    QCOMPARE(d.part, SetupPart::Channels);
+    QCOMPARE(d.row, 2);
+    QCOMPARE(d.column, kGainColumn);
+    QCOMPARE(d.name, QStringLiteral("CH2 Gain"));
+    QCOMPARE(d.before, channelCellText(from, 1, kGainColumn, kAllChosen, Language::English));
+    QCOMPARE(d.after, channelCellText(to, 1, kGainColumn, kAllChosen, Language::English));
+    QVERIFY(d.before != d.after);
+    QVERIFY(!d.reference);
+    QCOMPARE(sentDifferences(from, to, kAllChosen, Language::English), found);
+    QCOMPARE(differences(from, to, Language::Chinese).first().name, QStringLiteral("CH2 放大倍数"));
+}
+
+void SetupDifferencesTest::referenceColumnsAreToldAndNeverSent()
+{
+    ModuleRecord from = moduleOf(kTmB8);
+    channel(from, 0).isStrain = false;  // a sensor channel shows its sensitivity
+    ModuleRecord to = from;
+    channel(to, 0).sensitivity = channel(from, 0).sensitivity + 1.5f;
+    const QList<CellDifference> found = differences(from, to);
+    QVERIFY(!found.isEmpty());
+    bool sensitivity = false;
+    for (const CellDifference& d : found) {
+        QCOMPARE(d.part, SetupPart::Channels);
+        QVERIFY2(d.column >= kFirstReferenceColumn, qPrintable(d.name));
+        QVERIFY(d.reference);
+        sensitivity = sensitivity || d.column == kSensitivityColumn;
+    }
+    QVERIFY(sensitivity);
+    QVERIFY(sentDifferences(from, to, kAllChosen, Language::English).isEmpty());
+}
+
+void SetupDifferencesTest::informationRowsAreNamedByTheirLabels()
+{
+    ModuleRecord from = moduleOf(kTmC16);
+    from.moduleNumber = 1234;
+    ModuleRecord to = from;
+    to.moduleNumber = 42;
+    const QList<CellDifference> found = differences(from, to);
+    QCOMPARE(found.size(), 1);
+    QCOMPARE(found.first(), (CellDifference{SetupPart::Information, 3, 0, QStringLiteral("serial num."),
+                                            QStringLiteral("1234"), QStringLiteral("42")}));
+    QCOMPARE(differences(from, to, Language::Chinese).first().name, QStringLiteral("产品序号"));
+
+    to = from;
+    to.busAddress = static_cast<qint16>(from.busAddress + 3);
+    QCOMPARE(differences(from, to).first().row, kInfoAddressRow);
+}
+
+void SetupDifferencesTest::adjustAndCoefficientCellsAreTheirGridsOwn()
+{
+    ModuleRecord from = moduleOf(kTmC16);
+    ModuleRecord to = from;
+    channel(to, 3).zeroAdjustTable[2] = channel(from, 3).zeroAdjustTable[2] + 7;
+    channel(to, 0).gainCoef[0] = channel(from, 0).gainCoef[0] + 25;
+    const QList<CellDifference> found = differences(from, to);
+    QCOMPARE(found.size(), 2);
+    QCOMPARE(found[0].part, SetupPart::Adjust);
+    QCOMPARE(found[0].row, 4);
+    QCOMPARE(found[0].column, 3);  // zero adjust entries 0..3 in columns 1-4
+    QCOMPARE(found[0].after, adjustCellText(channel(to, 3), 3));
+    QCOMPARE(found[1].part, SetupPart::Calibration);
+    QCOMPARE(found[1].row, 1);
+    QCOMPARE(found[1].column, 1);
+    QCOMPARE(found[1].after, calibrationCellText(kTmC16, channel(to, 0), 1));
+    QCOMPARE(found[1].name, QStringLiteral("CH1 Gain Coef1"));
+}
+
+void SetupDifferencesTest::aCellOnlyOneLayoutHasReadsEmptyInTheOther()
+{
+    // "TM-B8" keeps eleven gain coefficients; "TM-C16" four and four zero ones.
+    ModuleRecord from = moduleOf(kTmC16);
+    const ModuleRecord to = moduleOf(kTmB8);
+    bool eleventh = false;
+    for (const CellDifference& d : differences(from, to))
+        if (d.part == SetupPart::Calibration && d.column == 11) {
+            QCOMPARE(d.before, QString());
+            QCOMPARE(d.after, calibrationCellText(kTmB8, to.channels[static_cast<size_t>(d.row - 1)], 11));
+            eleventh = true;
+        }
+    QVERIFY(eleventh);
+}
+
+void SetupDifferencesTest::thePartsComeInPanelOrder()
+{
+    ModuleRecord from = moduleOf(kTmC16);
+    ModuleRecord to = from;
+    channel(to, 15).gainCoef[1] = channel(from, 15).gainCoef[1] + 1;
+    channel(to, 15).gainAdjustTable[0] = channel(from, 15).gainAdjustTable[0] + 1;
+    channel(to, 15).excitation = static_cast<qint16>(channel(from, 15).excitation == 0 ? 1 : 0);
+    to.version = static_cast<quint8>(from.version + 1);
+    QList<SetupPart> parts;
+    for (const CellDifference& d : differences(from, to))
+        parts << d.part;
+    QCOMPARE(parts, (QList<SetupPart>{SetupPart::Information, SetupPart::Channels, SetupPart::Adjust,
+                                      SetupPart::Calibration}));
+}
+
+QTEST_MAIN(SetupDifferencesTest)
+#include "setup_differences_test.moc"

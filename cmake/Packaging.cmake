@@ -41,10 +41,13 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 # The Qt libraries (and the C++ runtime) are declared from what the binaries
 # really link, by dpkg-shlibdeps.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# The Chinese interface needs a CJK font; Qt finds either of these.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-wqy-microhei | fonts-noto-cjk")
-# The window's platform plugin on a Wayland desktop; under X11 it runs without.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qt6-wayland)
+# The Chinese interface needs a CJK font; Qt finds either of these. The
+# history's embedded store needs Qt's SQLite driver, a plugin that no binary
+# links.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-wqy-microhei | fonts-noto-cjk, libqt6sql6-sqlite")
+# The window's platform plugin on a Wayland desktop (under X11 it runs
+# without), and Qt's PostgreSQL driver for a history shared by a lab.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, libqt6sql6-psql")
 # The reference serial server for lines reached over the network.
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS ser2net)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)

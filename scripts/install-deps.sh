@@ -7,6 +7,9 @@ packages=(
   qt6-base-dev qt6-serialport-dev qt6-tools-dev qt6-translations-l10n libgl-dev
   fonts-wqy-microhei
   ser2net
+  # The history store's Qt SQL drivers, and the PostgreSQL server that the
+  # tests of a shared history start for themselves.
+  libqt6sql6-sqlite libqt6sql6-psql postgresql
   # scripts/package.sh: dpkg-shlibdeps for the package's dependencies, and the
   # checkers it runs on the package, the desktop entry and the metainfo.
   dpkg-dev lintian desktop-file-utils appstream

@@ -67,7 +67,7 @@ int runBalance(Session& session, const QCommandLineParser& parser)
         return code;
     if (const int code = refuseMissingChannels(session, parser, mask))
         return code;
-    return finish(session, session.operations().balanceAndReadBack(), port);
+    return finish(session, "balance", EntryKind::Balance, session.operations().balanceAndReadBack(), port);
 }
 
 }  // namespace velmor::cli

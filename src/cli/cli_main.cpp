@@ -7,6 +7,7 @@
 #include "exit_codes.h"
 #include "texts/arguments.h"
 #include "texts/cli.h"
+#include "texts/history.h"
 #include "texts/locale_language.h"
 #include "texts/qt_translations.h"
 
@@ -34,9 +35,10 @@ const Command* findCommand(const QString& name)
 
 constexpr QLatin1String kLang("--lang");
 constexpr QLatin1String kLog("--log");
+constexpr QLatin1String kHistory("--history");
 // The options that go before the command, without their dashes.
 const QStringList kGlobalOptions{QStringLiteral("json"), QStringLiteral("trace"), QStringLiteral("log"),
-                                 QStringLiteral("lang")};
+                                 QStringLiteral("lang"), QStringLiteral("history"), QStringLiteral("no-history")};
 
 // The value of "NAME=V" or "NAME V" at arguments[i] (moving i past a separate
 // value); nothing when arguments[i] is another option.
@@ -50,13 +52,20 @@ std::optional<QString> optionValue(const QStringList& arguments, qsizetype& i, Q
     return ++i < arguments.size() ? arguments[i] : QString();
 }
 
+// Moves i past the value of a global option that takes one.
+void stepOverValue(const QStringList& arguments, qsizetype& i)
+{
+    for (QLatin1String name : {kLang, kLog, kHistory})
+        if (optionValue(arguments, i, name))
+            return;
+}
+
 // Where the command stands: past the global options and their values.
 qsizetype commandPosition(const QStringList& arguments)
 {
     qsizetype i = 1;
     for (; i < arguments.size() && arguments[i].startsWith(QLatin1Char('-')); ++i)
-        if (!optionValue(arguments, i, kLang))
-            optionValue(arguments, i, kLog);
+        stepOverValue(arguments, i);
     return i;
 }
 
@@ -85,17 +94,20 @@ int runCli(const QStringList& arguments)
     // --lang is settled first, so that every message, even one about an
     // option before it, comes in the language asked for.
     for (qsizetype i = 1; i < arguments.size() && arguments[i].startsWith(QLatin1Char('-')); ++i) {
-        const std::optional<QString> value = optionValue(arguments, i, kLang);
-        if (!value)
-            optionValue(arguments, i, kLog);  // steps over the log's file name
-        else if (const std::optional<int> mode = languageModeNamed(*value))
-            options.languageMode = *mode;
+        qsizetype at = i;
+        if (const std::optional<QString> value = optionValue(arguments, at, kLang)) {
+            if (const std::optional<int> mode = languageModeNamed(*value))
+                options.languageMode = *mode;
+        }
+        stepOverValue(arguments, i);
     }
     const Language language = languageOf(options.languageMode);
     const QtTranslations qtWords(language);
 
     qsizetype i = 1;
     bool langGiven = false;
+    bool noHistory = false;
+    std::optional<QString> history;
     for (; i < arguments.size() && arguments[i].startsWith(QLatin1Char('-')); ++i) {
         const QString& arg = arguments[i];
         if (arg == QLatin1String("--json")) {
@@ -121,6 +133,13 @@ int runCli(const QStringList& arguments)
                 return kExitUsage;
             }
             options.logPath = *file;
+        } else if (const std::optional<QString> store = optionValue(arguments, i, kHistory)) {
+            if (std::exchange(history, store)) {
+                printError(pick(texts::cli::kGivenTwice, language).arg(QStringLiteral("history")));
+                return kExitUsage;
+            }
+        } else if (arg == QLatin1String("--no-history")) {
+            noHistory = true;
         } else if (arg == QLatin1String("--version")) {
             printOut(texts::arguments::versionLine().toUtf8());
             return outputChecked(kExitDone, language);
@@ -132,6 +151,13 @@ int runCli(const QStringList& arguments)
             return kExitUsage;
         }
     }
+    QString notAStore;
+    const std::optional<HistoryTarget> target = chosenHistoryTarget(noHistory, history.value_or(QString()), QString(), &notAStore);
+    if (!target || (history && history->isEmpty())) {
+        printError(pick(texts::history::kNotAStore, language).arg(history && history->isEmpty() ? QStringLiteral("\"\"") : notAStore));
+        return kExitUsage;
+    }
+    options.history = *target;
     const Command* command = i < arguments.size() ? findCommand(arguments[i]) : nullptr;
     if (!command) {
         printError((i < arguments.size() ? pick(texts::cli::kUnknownCommand, language).arg(arguments[i]) + QLatin1Char('\n')

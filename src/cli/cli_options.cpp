@@ -1,6 +1,7 @@
 #include "cli_options.h"
 
 #include "texts/cli.h"
+#include "texts/history.h"
 
 #include <QSet>
 
@@ -29,6 +30,10 @@ const OptionRow kOptions[] = {
     {Opt::ForceWrite, "force", &texts::cli::kForceWriteOption, nullptr},
     {Opt::ForceBalance, "force", &texts::cli::kForceBalanceOption, nullptr},
     {Opt::Out, "out", &texts::cli::kOutOption, &texts::cli::kReportValue},
+    {Opt::OutFile, "out", &texts::history::kOutFileOption, &texts::cli::kFileValue},
+    {Opt::Module, "module", &texts::history::kModuleOption, &texts::history::kNumberValue},
+    {Opt::Since, "since", &texts::history::kSinceOption, &texts::history::kDateValue},
+    {Opt::Kind, "kind", &texts::history::kKindOption, &texts::history::kKindValue},
 };
 
 const OptionRow& rowOf(Opt option)

@@ -79,8 +79,9 @@ int takeHeldPort(Session& session, const QCommandLineParser& parser, LineActivit
     return kExitPortFailed;
 }
 
-int finish(Session& session, bool ok, const PortEntry& port)
+int finish(Session& session, const char* command, std::optional<EntryKind> kind, bool ok, const PortEntry& port)
 {
+    session.recordFlow(command, kind, ok);
     if (ok)
         session.printRecord(port.name);
     return session.outcome(ok);

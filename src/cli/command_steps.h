@@ -37,7 +37,8 @@ int refuseIrregularFile(Session& session, const QString& path);
 int takeHeldPort(Session& session, const QCommandLineParser& parser, LineActivity activity, PortEntry& port,
                  std::optional<Operations::LineHold>& hold);
 
-// Prints the module after a flow that worked; the exit code says how it went.
-int finish(Session& session, bool ok, const PortEntry& port);
+// Prints the module after a flow that worked and records the flow in the
+// history (Session::recordFlow); the exit code says how it went.
+int finish(Session& session, const char* command, std::optional<EntryKind> kind, bool ok, const PortEntry& port);
 
 }  // namespace velmor::cli

@@ -4,6 +4,7 @@
 #include "config/config_file.h"
 #include "shown_text.h"
 #include "texts/cli.h"
+#include "texts/history.h"
 #include "texts/message.h"
 
 #include <QJsonArray>
@@ -77,11 +78,16 @@ int runRead(Session& session, const QCommandLineParser& parser)
     PortEntry port;
     if (const int code = takePort(session, parser, port))
         return code;
-    if (!session.operations().readEverything())
+    const bool read = session.operations().readEverything();
+    session.recordFlow("read", EntryKind::Read, read);
+    if (!read)
         return session.outcome(false);
     QString reason;
-    if (parser.isSet(optionName(Opt::Save)) && !saveConfigFile(save, session.record(), &reason))
-        return configFileFailed(session, save, reason);
+    if (parser.isSet(optionName(Opt::Save))) {
+        if (!saveConfigFile(save, session.record(), &reason))
+            return configFileFailed(session, save, reason);
+        session.recordFile(EntryKind::Save, save);
+    }
     session.printRecord(port.name);
     return kExitDone;
 }
@@ -91,7 +97,7 @@ int runBeckon(Session& session, const QCommandLineParser& parser)
     PortEntry port;
     if (const int code = takePort(session, parser, port))
         return code;
-    return finish(session, session.operations().beckon(), port);
+    return finish(session, "beckon", std::nullopt, session.operations().beckon(), port);
 }
 
 int runShow(Session& session, const QCommandLineParser& parser)
@@ -108,6 +114,7 @@ int runShow(Session& session, const QCommandLineParser& parser)
         printError(notice);
     if (const QString fault = recordFaultText(checkStoredRecord(bytes), path, session.language()); !fault.isEmpty())
         printError(pick(texts::cli::kShownNotModuleRecord, session.language()).arg(shownText(path), fault));
+    session.recordFile(EntryKind::Open, path);
     session.printRecord(session.portName(session.record().portNumber));
     return kExitDone;
 }
@@ -128,6 +135,8 @@ const QList<Command>& commands()
         {"show", &kShowSynopsis, &kShowSummary, declareShow, runShow},
         {"edit", &kEditSynopsis, &kEditSummary, declareEdit, runEdit},
         {"report", &kReportSynopsis, &kReportSummary, declareReport, runReport},
+        {"history", &texts::history::kHistorySynopsis, &texts::history::kHistorySummary, declareHistory, runHistory},
+        {"diff", &texts::history::kDiffSynopsis, &texts::history::kDiffSummary, declareDiff, runDiff},
     };
     return list;
 }

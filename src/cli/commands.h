@@ -27,6 +27,10 @@ void declareEdit(QCommandLineParser& parser, Language language);
 void declareReport(QCommandLineParser& parser, Language language);
 int runReport(Session& session, const QCommandLineParser& parser);
 int runEdit(Session& session, const QCommandLineParser& parser);
+void declareHistory(QCommandLineParser& parser, Language language);
+int runHistory(Session& session, const QCommandLineParser& parser);
+void declareDiff(QCommandLineParser& parser, Language language);
+int runDiff(Session& session, const QCommandLineParser& parser);
 
 // What the commands share across their files.
 

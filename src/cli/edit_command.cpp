@@ -180,8 +180,11 @@ int runEdit(Session& session, const QCommandLineParser& parser)
         changes.append(changeOf(assignment, module, result, language));
     }
     QString reason;
-    if (stored && !saveConfigFile(path, module, &reason))
-        return configFileFailed(session, path, reason);
+    if (stored) {
+        if (!saveConfigFile(path, module, &reason))
+            return configFileFailed(session, path, reason);
+        session.recordFile(EntryKind::Save, path);
+    }
     printChanges(session, path, module, changes, stored);
     return kExitDone;
 }

@@ -3,6 +3,7 @@
 
 #include "command_steps.h"
 #include "commands.h"
+#include "history/flow_entries.h"
 #include "link/concurrent_search.h"
 #include "model/record_json.h"
 #include "port_argument.h"
@@ -38,6 +39,23 @@ int searchedPorts(Session& session, const QCommandLineParser& parser, QList<Port
     }
     ports = distinctPorts(ports);
     return kExitDone;
+}
+
+// The search in the history: which lines, which modules; and every module it
+// read wholly, as a read.
+void recordSearch(Session& session, const QList<PortEntry>& ports, int found, const QList<int>& unread, bool portFailed)
+{
+    QStringList lines;
+    for (const PortEntry& port : ports)
+        lines << port.name;
+    QList<FoundModule> modules;
+    for (int i = 0; i < found; ++i) {
+        const ModuleRecord& module = session.state().table[static_cast<size_t>(i)];
+        modules.append({session.portName(module.portNumber), &module, !unread.contains(i)});
+    }
+    for (const HistoryEntry& entry :
+         searchEntries(lines, modules, portFailed ? failureName(Failure::PortNotOpened) : QString()))
+        session.record(entry);
 }
 
 }  // namespace
@@ -96,6 +114,7 @@ int runSearch(Session& session, const QCommandLineParser& parser)
                            .arg(QString::number(i + 1), portName, QString::number(module.busAddress)));
         }
     }
+    recordSearch(session, ports, found, unread, portFailed);
     if (session.json())
         session.printJson(QJsonObject{{QStringLiteral("modules"), modules},
                                       {QStringLiteral("incomplete"), incomplete},

@@ -2,6 +2,7 @@
 
 #include "console_output.h"
 #include "files/whole_file.h"
+#include "history/flow_entries.h"
 #include "model/record_json.h"
 #include "protocol/frame_text.h"
 #include "protocol/replies.h"
@@ -35,7 +36,7 @@ void trace(const FrameRow& row)
 }  // namespace
 
 Session::Session(const GlobalOptions& options)
-    : options_(options), operations_(state_, port_, dialogs_)
+    : options_(options), operations_(state_, port_, dialogs_), history_(options.history, HistoryQueue::defaultPath())
 {
     state_.reset();
     state_.languageMode = options.languageMode;
@@ -81,6 +82,25 @@ bool Session::choosePort(const QString& argument, PortEntry& chosen)
     chosen = *port;
     record().portNumber = static_cast<qint16>(port->number);
     return true;
+}
+
+void Session::record(const HistoryEntry& entry)
+{
+    if (const QString notice = recordNoticeText(history_.record(entry), language()); !notice.isEmpty())
+        printError(shownText(notice));
+}
+
+void Session::recordFlow(const char* command, std::optional<EntryKind> kind, bool ok)
+{
+    const QString failure = ok ? QString() : failureName(operations_.exchange().failure());
+    if (const std::optional<HistoryEntry> entry =
+            flowEntry(record(), portName(record().portNumber), kind, failure, QLatin1String(command)))
+        record(*entry);
+}
+
+void Session::recordFile(EntryKind kind, const QString& path)
+{
+    record(fileEntry(kind, record(), portName(record().portNumber), path));
 }
 
 int Session::outcome(bool ok)

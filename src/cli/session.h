@@ -2,6 +2,7 @@
 
 #include "console_dialogs.h"
 #include "exit_codes.h"
+#include "history/history_recorder.h"
 #include "link/frame_log.h"
 #include "link/frame_log_csv.h"
 #include "link/module_search.h"
@@ -18,6 +19,7 @@ struct GlobalOptions {
     bool trace = false;
     QString logPath;  // --log FILE
     int languageMode = 1;
+    HistoryTarget history;  // --history, --no-history, VELMOR_HISTORY
 };
 
 // What every command works with: the module table, the port, the flows and
@@ -63,6 +65,17 @@ public:
     // Name of the port with this number, or the number itself.
     QString portName(int number) const;
 
+    // The run's history: its store, when it has one and it opens.
+    HistoryRecorder& history() { return history_; }
+    // Keeps the entry; what the operator must know of it goes to standard error.
+    void record(const HistoryEntry& entry);
+    // The end of the command's flow on the current module: an entry of
+    // `kind` when it did what it was asked (none without a kind), else a
+    // failure event naming the command and how its exchange failed.
+    void recordFlow(const char* command, std::optional<EntryKind> kind, bool ok);
+    // A configuration file saved or opened, with the current record as its image.
+    void recordFile(EntryKind kind, const QString& path);
+
 private:
     GlobalOptions options_;
     SetupState state_;
@@ -72,6 +85,7 @@ private:
     PortLines lines_;
     FrameLog frameLog_;
     CsvLogFile logFile_;
+    HistoryRecorder history_;
     bool logFailed_ = false;
 };
 

@@ -94,7 +94,7 @@ int runWrite(Session& session, const QCommandLineParser& parser)
     const ModuleRecord fromFile = session.record();
     if (const int code = checkModuleModel(session, parser, fromFile, &Operations::readModuleInfo))
         return code;
-    return finish(session, session.operations().writeEverything(), port);
+    return finish(session, "write", EntryKind::Write, session.operations().writeEverything(), port);
 }
 
 int runWriteInfo(Session& session, const QCommandLineParser& parser)
@@ -123,7 +123,7 @@ int runWriteInfo(Session& session, const QCommandLineParser& parser)
     fromFile.portNumber = session.record().portNumber;
     session.record() = fromFile;
     session.dialogs().setAnswer(true);
-    return finish(session, session.operations().confirmAndWriteModuleInfo(), port);
+    return finish(session, "write-info", EntryKind::Write, session.operations().confirmAndWriteModuleInfo(), port);
 }
 
 }  // namespace velmor::cli

@@ -56,4 +56,22 @@ QList<CellDifference> sentDifferences(const ModuleRecord& from, const ModuleReco
     return out;
 }
 
+QList<WriteGroup> groupsToSend(const QList<CellDifference>& differences)
+{
+    QList<WriteGroup> groups;
+    for (const CellDifference& d : differences) {
+        if (d.reference)
+            continue;
+        const int channel = d.row - 1;
+        WriteGroup group{d.part, 0};
+        if (d.part == SetupPart::Channels || d.part == SetupPart::Adjust)
+            group.index = channel / 4;
+        else if (d.part == SetupPart::Calibration)
+            group.index = channel / 2;
+        if (!groups.contains(group))
+            groups.append(group);
+    }
+    return groups;
+}
+
 }  // namespace velmor

@@ -38,4 +38,18 @@ QList<CellDifference> setupDifferences(const ModuleRecord& from, const ModuleRec
 QList<CellDifference> sentDifferences(const ModuleRecord& from, const ModuleRecord& to, qint32 balanceMask,
                                       Language language);
 
+// A group of the module's memory that a write sends whole: the information,
+// a channel group or an adjust block (four channels each), a calibration
+// pair (two channels).
+struct WriteGroup {
+    SetupPart part = SetupPart::Information;
+    int index = 0;
+
+    bool operator==(const WriteGroup&) const = default;
+};
+
+// The groups a write has to send to make the module hold what the differences'
+// `after` shows, each once, in the order of the differences.
+QList<WriteGroup> groupsToSend(const QList<CellDifference>& differences);
+
 }  // namespace velmor

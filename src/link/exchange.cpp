@@ -6,6 +6,18 @@
 
 namespace velmor {
 
+QString failureName(Failure failure)
+{
+    switch (failure) {
+    case Failure::None: return QStringLiteral("done");
+    case Failure::PortNotOpened: return QStringLiteral("port not opened");
+    case Failure::LineBusy: return QStringLiteral("line busy");
+    case Failure::NoReply: return QStringLiteral("no reply");
+    case Failure::BadReply: return QStringLiteral("reply refused");
+    }
+    return QString();
+}
+
 Exchange::Exchange(SetupState& state, ComPort& port, QObject* parent)
     : QObject(parent), state_(state), port_(port)
 {

@@ -14,6 +14,9 @@ namespace velmor {
 // How the last exchange ended. LineBusy: another program held the line all
 // the while it was waited for, so the port was never opened.
 enum class Failure { None, PortNotOpened, LineBusy, NoReply, BadReply };
+// "no reply", "reply refused", ...: how an exchange failed, in the words a
+// history entry keeps (the same in every language).
+QString failureName(Failure failure);
 
 // The exchange in flight: one request written, its reply awaited, checked and
 // stored into the current module's record. How it ended is a value (failure());

@@ -7,7 +7,7 @@
 namespace velmor::texts::cli {
 
 inline constexpr Text kUsage{
-    "用法：velmor-cli [--json] [--trace] [--log FILE] [--lang zh|en] 命令 [选项]\n"
+    "用法：velmor-cli [--json] [--trace] [--log FILE] [--lang zh|en] [--history STORE|--no-history] 命令 [选项]\n"
     "\n"
     "在命令行中设置共用一条串行线的信号调理模块。\n"
     "\n"
@@ -16,6 +16,9 @@ inline constexpr Text kUsage{
     "  --trace       在标准错误上打印发送（\"> \"）和接收（\"< \"）的每一帧。\n"
     "  --log FILE    把本次收发的每一帧以 CSV 追加到 FILE（新文件或空文件先写表头）。\n"
     "  --lang zh|en  消息和文字的语言（默认跟随系统区域设置）。\n"
+    "  --history STORE  历史记录库：一个 SQLite 文件，或 postgresql://用户@主机:端口/库\n"
+    "                （默认为 VELMOR_HISTORY，否则是用户数据目录中的 velmor/history.sqlite）。\n"
+    "  --no-history  本次运行不写历史记录。\n"
     "  -h, --help    显示本帮助；\"velmor-cli 命令 --help\" 说明一个命令。\n"
     "  --version     显示程序名和版本。\n"
     "\n"
@@ -23,7 +26,7 @@ inline constexpr Text kUsage{
     "3 串口无法打开，4 文件无法读取或写入。\n"
     "\n"
     "命令：\n",
-    "Usage: velmor-cli [--json] [--trace] [--log FILE] [--lang zh|en] COMMAND [options]\n"
+    "Usage: velmor-cli [--json] [--trace] [--log FILE] [--lang zh|en] [--history STORE|--no-history] COMMAND [options]\n"
     "\n"
     "Sets up signal-conditioning modules on a serial line from the shell.\n"
     "\n"
@@ -32,6 +35,9 @@ inline constexpr Text kUsage{
     "  --trace       Print every frame sent (\"> \") and received (\"< \") on standard error.\n"
     "  --log FILE    Append every frame of the run to FILE as CSV (a header first when FILE is new or empty).\n"
     "  --lang zh|en  Language of messages and texts (default: from the system locale).\n"
+    "  --history STORE  The history store: an SQLite file or postgresql://user@host:port/db\n"
+    "                (default: VELMOR_HISTORY, else velmor/history.sqlite in the user's data folder).\n"
+    "  --no-history  Record nothing in the history for this run.\n"
     "  -h, --help    Show this help; 'velmor-cli COMMAND --help' describes a command.\n"
     "  --version     Print the program's name and version.\n"
     "\n"

@@ -7,20 +7,26 @@
 namespace velmor::texts::desktop {
 
 inline constexpr Text kUsage{
-    "用法：velmor [--lang zh|en] [FILE]\n"
+    "用法：velmor [--lang zh|en] [--history STORE|--no-history] [FILE]\n"
     "\n"
     "打开模块参数设置窗口；给出 FILE 时像“文件 > 打开”一样打开这个配置文件。\n"
     "\n"
     "选项：\n"
     "  --lang zh|en  本次运行的语言（默认按“视图 > 语言”的选择）。\n"
+    "  --history STORE  历史记录库：一个 SQLite 文件，或 postgresql://用户@主机:端口/库\n"
+    "                （默认为 VELMOR_HISTORY，否则是用户数据目录中的 velmor/history.sqlite）。\n"
+    "  --no-history  本次运行不写历史记录。\n"
     "  -h, --help    显示本帮助。\n"
     "  --version     显示程序名和版本。\n",
-    "Usage: velmor [--lang zh|en] [FILE]\n"
+    "Usage: velmor [--lang zh|en] [--history STORE|--no-history] [FILE]\n"
     "\n"
     "Opens the module setup window; with FILE, opens that configuration file as File > Open does.\n"
     "\n"
     "Options:\n"
     "  --lang zh|en  Language of this run (default: the choice under View > Language).\n"
+    "  --history STORE  The history store: an SQLite file or postgresql://user@host:port/db\n"
+    "                (default: VELMOR_HISTORY, else velmor/history.sqlite in the user's data folder).\n"
+    "  --no-history  Record nothing in the history for this run.\n"
     "  -h, --help    Show this help.\n"
     "  --version     Print the program's name and version.\n"};
 inline constexpr Text kOneFileOnly{"只能打开一个文件：%1。", "Only one file can be opened: %1."};

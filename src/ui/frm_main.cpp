@@ -8,6 +8,7 @@
 #include "frame_display.h"
 #include "frame_log_pane.h"
 #include "frame_page.h"
+#include "history/flow_entries.h"
 #include "main_menus.h"
 #include "module_info_fields.h"
 #include "module_view.h"
@@ -269,7 +270,27 @@ QString frmMain::did(const Text& done) const { return pick(done, language()).arg
 
 QString frmMain::didBeckon() const { return pick(texts::desktop::kDidBeckon, language()).arg(lineName(state_, lines_)); }
 
-void frmMain::runFlow(const QString& done, const std::function<void()>& flow)
+void frmMain::useHistory(const HistoryTarget& target)
+{
+    history_ = std::make_unique<HistoryRecorder>(target, HistoryQueue::defaultPath());
+}
+
+void frmMain::keep(const HistoryEntry& entry)
+{
+    if (!history_)
+        return;
+    if (const QString notice = recordNoticeText(history_->record(entry), language()); !notice.isEmpty())
+        notify(notice);
+}
+
+QString frmMain::currentLine() const
+{
+    const PortEntry* port = lines_.find(state_.current().portNumber);
+    return port ? port->name : QString::number(state_.current().portNumber);
+}
+
+void frmMain::runFlow(const QString& done, const std::function<void()>& flow, std::optional<EntryKind> kept,
+                      bool keepsItsOwn)
 {
     if (flowRunning_)  // the commands are locked; a queued click finds nothing to do
         return;
@@ -293,6 +314,12 @@ void frmMain::runFlow(const QString& done, const std::function<void()>& flow)
     // A notice said during the flow stays; otherwise the status bar tells what was done.
     if (!noticed_)
         notify(flowSummary(done, framesSent_, took.elapsed(), language()));
+    // Kept after the flow, never during it; a flow that sent nothing did nothing.
+    const Failure failure = operations_.exchange().failure();
+    if (!keepsItsOwn && framesSent_ > 0)
+        if (const std::optional<HistoryEntry> entry = flowEntry(
+                state_.current(), currentLine(), kept, failure == Failure::None ? QString() : failureName(failure), done))
+            keep(*entry);
     if (closePending_)
         close();
 }

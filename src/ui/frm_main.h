@@ -2,6 +2,7 @@
 
 #include "frame_display.h"
 #include "grid_editing.h"
+#include "history/history_recorder.h"
 #include "link/module_search.h"
 #include "link/operations.h"
 #include "link/port_lines.h"
@@ -75,6 +76,9 @@ public:
     void setConfigPath(const QString& path) { configPath_ = path; }
     // The file the record was last opened from or saved to; empty before any.
     QString documentPath() const { return documentPath_; }
+    // From now on what the flows do and the files used are kept in this
+    // history (none before: a window made in a test keeps nothing).
+    void useHistory(const HistoryTarget& target);
 
 protected:
     // Closing saves as File > Save does; during a flow it waits for the
@@ -115,7 +119,14 @@ private:
     void applyPorts(const QList<PortEntry>& systemPorts);
     // Runs an operator's command that talks to modules; then the status bar
     // says what was `done` and what it took, unless the flow gave a notice.
-    void runFlow(const QString& done, const std::function<void()>& flow);
+    // The history keeps an entry of `kept` when it worked, its failure when
+    // an exchange failed, unless `keepsItsOwn` (a search keeps its own).
+    void runFlow(const QString& done, const std::function<void()>& flow, std::optional<EntryKind> kept = std::nullopt,
+                 bool keepsItsOwn = false);
+    // An entry into the history; what the operator must know of it, in the status bar.
+    void keep(const HistoryEntry& entry);
+    // The line of the current module, as listed.
+    QString currentLine() const;
     // What a command did to the current module ("Read everything of %1").
     QString did(const Text& done) const;
     QString didBeckon() const;
@@ -129,6 +140,9 @@ private:
     // After a search: which modules were not read wholly, in the status bar
     // and in their tabs' tool tips.
     void markUnreadModules(const QList<int>& unread);
+    // The search in the history: its lines and modules, and a read of each
+    // module it read wholly.
+    void keepSearch(const QList<int>& unread);
     // The title names the module shown and the file of the record.
     void showTitle();
     // The file last opened or saved: the title's, and the first of the recent files.
@@ -170,6 +184,7 @@ private:
     FrameDisplay display_;
     ModuleView view_;
     GridEditing editing_;
+    std::unique_ptr<HistoryRecorder> history_;
     UnsentEdits* unsent_;
     bool operationsOn_ = true;
     QList<OperationPanel*> lockedPanels_;

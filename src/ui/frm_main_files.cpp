@@ -5,6 +5,7 @@
 
 #include "config/config_file.h"
 #include "file_chooser.h"
+#include "history/flow_entries.h"
 #include "main_menus.h"
 #include "operator_settings.h"
 #include "module_view.h"
@@ -60,6 +61,7 @@ void frmMain::openConfigFile(const QString& path)
         unsent_->held().take(state_.currentModule, state_.current());
         const QString shortFile = shortFileNotice(path, size, language());
         notify(shortFile.isEmpty() ? pick(texts::desktop::kOpened, language()).arg(path) : shortFile);
+        keep(fileEntry(EntryKind::Open, state_.current(), currentLine(), path));
     }
     // The file's port belongs to the machine it came from: the first port
     // listed now takes its place.
@@ -142,6 +144,7 @@ void frmMain::save(const QString& path)
     if (saveConfigFile(path, state_.current(), &reason)) {
         fileInUse(path);
         notify(pick(texts::desktop::kSaved, language()).arg(path));
+        keep(fileEntry(EntryKind::Save, state_.current(), currentLine(), path));
         return;
     }
     dialogs_.showMessage(pick(texts::message::kTitle, language()), pick(texts::message::kOpenConfigFail, language()));

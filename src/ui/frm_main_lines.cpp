@@ -5,6 +5,7 @@
 
 #include "cell_grid.h"
 #include "frame_log_pane.h"
+#include "history/flow_entries.h"
 #include "link/concurrent_search.h"
 #include "port_search_bar.h"
 #include "remembered_ports.h"
@@ -72,16 +73,32 @@ void frmMain::runSearch(int (Search::*body)(const QList<PortEntry>&, int))
         const int found = (search.*body)(lines_.ports(), bar_->selectedPortNumber());
         bar_->setSearching(false);
         markUnreadModules(search.unreadModules());
+        keepSearch(search.unreadModules());
         // The search read every module it found: they hold what they show.
         unsent_->allHeld();
         // As if the operator had clicked the first module's tab.
         if (found > 0)
             TabStripCom_Click(0);
-    });
+    }, std::nullopt, true);
     if (!fittedSize_.isEmpty() && size() == fittedSize_) {
         growToShow(*this, *findChild<CellGrid*>(QStringLiteral("MSHGridOperate")), screen()->availableGeometry());
         fittedSize_ = size();
     }
+}
+
+void frmMain::keepSearch(const QList<int>& unread)
+{
+    QStringList lines;
+    for (const PortEntry& port : lines_.ports())
+        lines << port.name;
+    QList<FoundModule> found;
+    for (int i = 0; i < state_.moduleCount; ++i) {
+        const ModuleRecord& module = state_.table.at(static_cast<size_t>(i));
+        const PortEntry* port = lines_.find(module.portNumber);
+        found.append({port ? port->name : QString::number(module.portNumber), &module, !unread.contains(i)});
+    }
+    for (const HistoryEntry& entry : searchEntries(lines, found, QString()))
+        keep(entry);
 }
 
 void frmMain::markUnreadModules(const QList<int>& unread)

@@ -29,9 +29,12 @@ void frmMain::wireMenus()
     connect(menus_, &MainMenus::searchAll, this, &frmMain::cmdSearchAll_Click);
     Operations& ops = operations_;
     using namespace texts::desktop;
-    connect(menus_, &MainMenus::send, this, [this, &ops] { runFlow(did(kDidWriteEverything), [&ops] { ops.writeEverything(); }); });
-    connect(menus_, &MainMenus::read, this, [this, &ops] { runFlow(did(kDidReadEverything), [&ops] { ops.readEverything(); }); });
-    connect(menus_, &MainMenus::balance, this, [this, &ops] { runFlow(did(kDidBalance), [&ops] { ops.balanceAndReadBack(); }); });
+    connect(menus_, &MainMenus::send, this,
+            [this, &ops] { runFlow(did(kDidWriteEverything), [&ops] { ops.writeEverything(); }, EntryKind::Write); });
+    connect(menus_, &MainMenus::read, this,
+            [this, &ops] { runFlow(did(kDidReadEverything), [&ops] { ops.readEverything(); }, EntryKind::Read); });
+    connect(menus_, &MainMenus::balance, this,
+            [this, &ops] { runFlow(did(kDidBalance), [&ops] { ops.balanceAndReadBack(); }, EntryKind::Balance); });
     connect(menus_, &MainMenus::beckon, this, [this, &ops] { runFlow(didBeckon(), [&ops] { ops.beckon(); }); });
     connect(menus_, &MainMenus::helpContent, this, [this] { MnuHelp_Content_Click(language(), dialogs_); });
     connect(menus_, &MainMenus::about, this, [this] { frmAbout(language(), dialogs_, this).exec(); });
@@ -42,34 +45,43 @@ void frmMain::wireMenus()
 void frmMain::wirePanels()
 {
     using namespace texts::desktop;
-    // A command of a panel as a flow, and what the status bar says it did.
-    const auto flow = [this](const Text& done, auto body) { return [this, &done, body] { runFlow(did(done), body); }; };
+    // A command of a panel as a flow, what the status bar says it did, and
+    // what the history keeps of it when it worked (a whole read, a write, a
+    // balance; of anything else only a failure).
+    using Kept = std::optional<EntryKind>;
+    const auto flow = [this](const Text& done, auto body, Kept kept = {}) {
+        return [this, &done, body, kept] { runFlow(did(done), body, kept); };
+    };
     // A group's command: the channel group by its channels, the adjust block by its number.
-    const auto groupFlow = [this](const Text& done, bool channels, auto body) {
-        return [this, &done, channels, body](int g) {
+    const auto groupFlow = [this](const Text& done, bool channels, auto body, Kept kept = {}) {
+        return [this, &done, channels, body, kept](int g) {
             const QString group = channels ? pick(texts::grid::kChannelGroupTabs[g], language()) : QString::number(g + 1);
-            runFlow(did(done).arg(group), [=] { body(g); });
+            runFlow(did(done).arg(group), [=] { body(g); }, kept);
         };
     };
     Operations& ops = operations_;
     connect(frame1_, &OperationPanel::readGroup, this,
             groupFlow(kDidReadChannelGroup, true, [&ops](int g) { ops.readChannelGroup(g); }));
     connect(frame1_, &OperationPanel::sendGroup, this,
-            groupFlow(kDidWriteChannelGroup, true, [&ops](int g) { ops.writeChannelGroup(g); }));
+            groupFlow(kDidWriteChannelGroup, true, [&ops](int g) { ops.writeChannelGroup(g); }, EntryKind::Write));
     connect(frame1_, &OperationPanel::readAll, this, flow(kDidReadChannelGroups, [&ops] { ops.readChannelGroups(); }));
-    connect(frame1_, &OperationPanel::sendAll, this, flow(kDidWriteEverything, [&ops] { ops.writeEverything(); }));
-    connect(frame1_, &OperationPanel::balance, this, flow(kDidBalance, [&ops] { ops.balanceAndReadBack(); }));
+    connect(frame1_, &OperationPanel::sendAll, this, flow(kDidWriteEverything, [&ops] { ops.writeEverything(); }, EntryKind::Write));
+    connect(frame1_, &OperationPanel::balance, this,
+            flow(kDidBalance, [&ops] { ops.balanceAndReadBack(); }, EntryKind::Balance));
     connect(frame2_, &OperationPanel::readGroup, this,
             groupFlow(kDidReadAdjustBlock, false, [&ops](int g) { ops.readAdjustBlock(g); }));
     connect(frame2_, &OperationPanel::sendGroup, this,
-            groupFlow(kDidWriteAdjustBlock, false, [&ops](int g) { ops.writeAdjustBlock(g); }));
+            groupFlow(kDidWriteAdjustBlock, false, [&ops](int g) { ops.writeAdjustBlock(g); }, EntryKind::Write));
     connect(frame2_, &OperationPanel::readAll, this, flow(kDidReadAdjustBlocks, [&ops] { ops.readAdjustBlocks(); }));
-    connect(frame2_, &OperationPanel::sendAll, this, flow(kDidWriteAdjustBlocks, [&ops] { ops.writeAdjustBlocks(); }));
+    connect(frame2_, &OperationPanel::sendAll, this, flow(kDidWriteAdjustBlocks, [&ops] { ops.writeAdjustBlocks(); }, EntryKind::Write));
     connect(frame3_, &OperationPanel::readInfo, this, flow(kDidReadInfo, [&ops] { ops.readModuleInfo(); }));
-    connect(frame3_, &OperationPanel::sendInfo, this, flow(kDidWriteInfo, [&ops] { ops.writeModuleInfo(); }));
+    connect(frame3_, &OperationPanel::sendInfo, this,
+            flow(kDidWriteInfo, [&ops] { ops.writeModuleInfo(); }, EntryKind::Write));
     connect(frame3_, &OperationPanel::beckon, this, [this, &ops] { runFlow(didBeckon(), [&ops] { ops.beckon(); }); });
-    connect(frame3_, &OperationPanel::readAll, this, flow(kDidReadEverything, [&ops] { ops.readEverything(); }));
-    connect(frame3_, &OperationPanel::sendAll, this, flow(kDidWriteInfo, [&ops] { ops.confirmAndWriteModuleInfo(); }));
+    connect(frame3_, &OperationPanel::readAll, this,
+            flow(kDidReadEverything, [&ops] { ops.readEverything(); }, EntryKind::Read));
+    connect(frame3_, &OperationPanel::sendAll, this,
+            flow(kDidWriteInfo, [&ops] { ops.confirmAndWriteModuleInfo(); }, EntryKind::Write));
     connect(&operations_, &Operations::requestStarted, this, &frmMain::requestStarted);
     connect(&operations_, &Operations::requestEnded, this, &frmMain::requestEnded);
     connect(&operations_.exchange(), &Exchange::replyStored, this, &frmMain::replyStored);

@@ -1,9 +1,12 @@
 // velmor: the main window.
 
 #include "texts/arguments.h"
+#include "history/history_target.h"
 #include "texts/desktop.h"
+#include "texts/history.h"
 #include "texts/qt_translations.h"
 #include "ui/frm_main.h"
+#include "ui/operator_settings.h"
 #include "ui/window_arguments.h"
 
 #include <QApplication>
@@ -69,8 +72,17 @@ int main(int argc, char* argv[])
         return 2;
     }
 
+    QString notAStore;
+    const std::optional<HistoryTarget> history =
+        chosenHistoryTarget(given.noHistory, given.history.value_or(QString()), historyStore(), &notAStore);
+    if (!history) {
+        print(stderr, pick(texts::history::kNotAStore, language).arg(notAStore) + QLatin1Char('\n'));
+        return 2;
+    }
+
     const QtTranslations qtWords(language);
     frmMain window(languageMode);
+    window.useHistory(*history);
     window.show();
     window.Form_Load();
     window.placeOnScreen();

@@ -44,4 +44,6 @@ void forgetFile(const QString& path)
     OperatorSettings().setValue(kRecent, files);
 }
 
+QString historyStore() { return OperatorSettings().value(QStringLiteral("history/store")).toString(); }
+
 }  // namespace velmor

@@ -28,4 +28,8 @@ QStringList recentFiles();
 void rememberFile(const QString& path);
 void forgetFile(const QString& path);
 
+// The history store the settings name ("history/store": off, a file or a
+// postgresql:// URL); empty when they name none.
+QString historyStore();
+
 }  // namespace velmor

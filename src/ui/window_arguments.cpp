@@ -1,26 +1,31 @@
 #include "window_arguments.h"
 
+#include "history/history_target.h"
 #include "operator_settings.h"
 #include "texts/arguments.h"
 #include "texts/desktop.h"
+#include "texts/history.h"
 #include "texts/locale_language.h"
 
 namespace velmor {
 namespace {
 
 const QString kLang = QStringLiteral("--lang");
+const QString kHistory = QStringLiteral("--history");
 
-// The value of "--lang=V" or "--lang V" at arguments[i] (moving i past a
+// The value of "NAME=V" or "NAME V" at arguments[i] (moving i past a
 // separate value); nothing when arguments[i] is something else.
-std::optional<QString> langValue(const QStringList& arguments, qsizetype& i)
+std::optional<QString> optionValue(const QStringList& arguments, qsizetype& i, const QString& name)
 {
     const QString& arg = arguments[i];
-    if (arg.startsWith(kLang + QLatin1Char('=')))
-        return arg.mid(kLang.size() + 1);
-    if (arg != kLang)
+    if (arg.startsWith(name + QLatin1Char('=')))
+        return arg.mid(name.size() + 1);
+    if (arg != name)
         return std::nullopt;
     return ++i < arguments.size() ? arguments[i] : QString();
 }
+
+std::optional<QString> langValue(const QStringList& arguments, qsizetype& i) { return optionValue(arguments, i, kLang); }
 
 }  // namespace
 
@@ -49,6 +54,12 @@ QString readWindowArguments(const QStringList& arguments, WindowArguments& into,
             into.languageMode = languageModeNamed(*value);
             if (!into.languageMode)
                 return pick(texts::arguments::kLangValues, language);
+        } else if (const std::optional<QString> store = optionValue(arguments, i, kHistory)) {
+            if (store->isEmpty() || !historyTargetNamed(*store))
+                return pick(texts::history::kNotAStore, language).arg(*store);
+            into.history = store;
+        } else if (arg == QLatin1String("--no-history")) {
+            into.noHistory = true;
         } else {
             return pick(texts::arguments::kUnknownOption, language).arg(arg);
         }

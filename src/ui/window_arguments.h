@@ -13,6 +13,8 @@ namespace velmor {
 struct WindowArguments {
     std::optional<int> languageMode;  // --lang, for this run only
     QString file;                     // a configuration file to open at start
+    std::optional<QString> history;   // --history STORE
+    bool noHistory = false;           // --no-history
 };
 
 // The language of a run: --lang, else the one chosen under View > Language,

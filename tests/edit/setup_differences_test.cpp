@@ -30,6 +30,7 @@ private slots:
     void adjustAndCoefficientCellsAreTheirGridsOwn();
     void aCellOnlyOneLayoutHasReadsEmptyInTheOther();
     void thePartsComeInPanelOrder();
+    void aWriteSendsEachGroupOfADifferenceOnceAndNoReferenceColumn();
 };
 
 void SetupDifferencesTest::aSetupIsTheSameAsItself()
@@ -144,6 +145,23 @@ void SetupDifferencesTest::thePartsComeInPanelOrder()
         parts << d.part;
     QCOMPARE(parts, (QList<SetupPart>{SetupPart::Information, SetupPart::Channels, SetupPart::Adjust,
                                       SetupPart::Calibration}));
+}
+
+void SetupDifferencesTest::aWriteSendsEachGroupOfADifferenceOnceAndNoReferenceColumn()
+{
+    ModuleRecord from = moduleOf(kTmB8);
+    channel(from, 0).isStrain = false;
+    ModuleRecord to = from;
+    to.version = static_cast<quint8>(from.version + 1);
+    channel(to, 0).sensitivity = channel(from, 0).sensitivity + 1.0f;  // a reference column: never sent
+    channel(to, 5).excitation = static_cast<qint16>(channel(from, 5).excitation == 0 ? 1 : 0);
+    channel(to, 6).gainAdjustTable[1] = channel(from, 6).gainAdjustTable[1] + 1;
+    channel(to, 7).gainAdjustTable[2] = channel(from, 7).gainAdjustTable[2] + 1;
+    channel(to, 7).gainCoef[0] = channel(from, 7).gainCoef[0] + 1;
+    QCOMPARE(groupsToSend(differences(from, to)),
+             (QList<WriteGroup>{{SetupPart::Information, 0}, {SetupPart::Channels, 1}, {SetupPart::Adjust, 1},
+                                {SetupPart::Calibration, 3}}));
+    QVERIFY(groupsToSend(differences(from, from)).isEmpty());
 }
 
 QTEST_MAIN(SetupDifferencesTest)

@@ -162,11 +162,12 @@ void PackageDebTest::controlFieldsNameThePackageAndItsDependencies()
     QCOMPARE(field.value(QStringLiteral("Version")), QStringLiteral(VELMOR_VERSION));
     QCOMPARE(field.value(QStringLiteral("Section")), QStringLiteral("electronics"));
     QCOMPARE(field.value(QStringLiteral("Suggests")), QStringLiteral("ser2net"));
-    QCOMPARE(field.value(QStringLiteral("Recommends")), QStringLiteral("qt6-wayland"));
+    QCOMPARE(field.value(QStringLiteral("Recommends")), QStringLiteral("qt6-wayland, libqt6sql6-psql"));
 
     // dpkg-shlibdeps named the Qt libraries the binaries link, with versions.
     const QString depends = field.value(QStringLiteral("Depends"));
-    for (const char* library : {"libqt6core6", "libqt6gui6", "libqt6widgets6", "libqt6network6", "libqt6serialport6"}) {
+    for (const char* library :
+         {"libqt6core6", "libqt6gui6", "libqt6widgets6", "libqt6network6", "libqt6serialport6", "libqt6sql6"}) {
         const QRegularExpression declared(QStringLiteral("(^|, )%1 \\(>= [^)]+\\)").arg(QLatin1String(library)));
         QVERIFY2(declared.match(depends).hasMatch(), qPrintable(QStringLiteral("%1 missing from: %2").arg(library, depends)));
     }
@@ -174,6 +175,8 @@ void PackageDebTest::controlFieldsNameThePackageAndItsDependencies()
     // The Chinese interface needs a CJK font: either one.
     QVERIFY2(depends.split(QStringLiteral(", ")).contains(QStringLiteral("fonts-wqy-microhei | fonts-noto-cjk")),
              qPrintable(depends));
+    // The history's embedded store: Qt's SQLite driver, a plugin no binary links.
+    QVERIFY2(depends.split(QStringLiteral(", ")).contains(QStringLiteral("libqt6sql6-sqlite")), qPrintable(depends));
 }
 
 void PackageDebTest::packageHoldsEveryInstalledFile()
@@ -258,7 +261,7 @@ void PackageDebTest::commandLineProgramsPrintTheirUsage_data()
     QTest::addColumn<QString>("usage");
     QTest::addColumn<QString>("alsoSays");
     QTest::newRow("velmor-cli --help") << "velmor-cli" << QStringList{"--help"}
-                                       << "Usage: velmor-cli [--json] [--trace] [--log FILE] [--lang zh|en] COMMAND [options]"
+                                       << "Usage: velmor-cli [--json] [--trace] [--log FILE] [--lang zh|en] [--history STORE|--no-history] COMMAND [options]"
                                        << "write-info";
     QTest::newRow("velmor-cli read --help") << "velmor-cli" << QStringList{"read", "--help"}
                                             << "Usage: velmor-cli read [options]" << "--address <A>";

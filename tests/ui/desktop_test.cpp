@@ -111,7 +111,7 @@ void DesktopTest::theWindowsHelpNeedsNoDisplay()
     const Run result = run(kWindow, {QStringLiteral("--lang"), QStringLiteral("en"), QStringLiteral("--help")},
                            {QStringLiteral("QT_QPA_PLATFORM=xcb"), QStringLiteral("DISPLAY=")});
     QCOMPARE(result.exitCode, 0);
-    QVERIFY2(result.out.startsWith(QStringLiteral("Usage: velmor [--lang zh|en] [FILE]\n")), qPrintable(result.out));
+    QVERIFY2(result.out.startsWith(QStringLiteral("Usage: velmor [--lang zh|en] [--history STORE|--no-history] [FILE]\n")), qPrintable(result.out));
 }
 
 void DesktopTest::aWrongArgumentIsAUsageErrorInTheRunsLanguage_data()
@@ -131,7 +131,7 @@ void DesktopTest::aWrongArgumentIsAUsageErrorInTheRunsLanguage()
     const Run result = run(kWindow, arguments);
     QCOMPARE(result.exitCode, 2);
     QCOMPARE(result.err.section(QLatin1Char('\n'), 0, 0), firstLine);
-    QVERIFY(result.err.contains(QStringLiteral("velmor [--lang zh|en] [FILE]")));
+    QVERIFY(result.err.contains(QStringLiteral("velmor [--lang zh|en] [--history STORE|--no-history] [FILE]")));
     QVERIFY(result.out.isEmpty());
 }
 

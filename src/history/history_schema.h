@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QSqlDatabase>
+#include <QString>
+
+namespace velmor {
+
+// The history's tables, one schema for both backends: the schema_version
+// table holds the version the tables are at, and each migration takes them
+// one version further. A store at a later version than this program knows is
+// left alone.
+inline constexpr int kHistorySchemaVersion = 1;
+
+// Brings the store's tables up to kHistorySchemaVersion in one transaction;
+// false with `error` when it could not.
+bool migrateHistory(QSqlDatabase& db, QString* error);
+
+}  // namespace velmor

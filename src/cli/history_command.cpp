@@ -199,30 +199,6 @@ int setupOf(Session& session, const QString& name, ModuleRecord& record)
     return kExitDone;
 }
 
-QString partName(SetupPart part, Language language)
-{
-    using namespace texts::history;
-    switch (part) {
-    case SetupPart::Information: return pick(kPartInformation, language);
-    case SetupPart::Channels: return pick(kPartChannels, language);
-    case SetupPart::Adjust: return pick(kPartAdjust, language);
-    case SetupPart::Calibration: return pick(kPartCalibration, language);
-    }
-    return QString();
-}
-
-QString groupName(const WriteGroup& group, Language language)
-{
-    using namespace texts::history;
-    switch (group.part) {
-    case SetupPart::Information: return pick(kPartInformation, language);
-    case SetupPart::Channels: return pick(kGroupChannels, language).arg(group.index + 1);
-    case SetupPart::Adjust: return pick(kGroupAdjust, language).arg(group.index + 1);
-    case SetupPart::Calibration: return pick(kGroupCalibration, language).arg(group.index + 1);
-    }
-    return QString();
-}
-
 }  // namespace
 
 void declareDiff(QCommandLineParser& parser, Language language)
@@ -246,11 +222,11 @@ int runDiff(Session& session, const QCommandLineParser& parser)
     const QList<CellDifference> differences = setupDifferences(a, b, -1, language);
     QStringList groups;
     for (const WriteGroup& group : groupsToSend(differences))
-        groups << groupName(group, language);
+        groups << writeGroupName(group, language);
     if (session.json()) {
         QJsonArray cells;
         for (const CellDifference& d : differences)
-            cells.append(QJsonObject{{QStringLiteral("part"), partName(d.part, Language::English)},
+            cells.append(QJsonObject{{QStringLiteral("part"), setupPartName(d.part, Language::English)},
                                      {QStringLiteral("row"), d.row},
                                      {QStringLiteral("column"), d.column},
                                      {QStringLiteral("name"), d.name},
@@ -265,7 +241,7 @@ int runDiff(Session& session, const QCommandLineParser& parser)
     } else {
         QString text;
         for (const CellDifference& d : differences)
-            text += QStringList{partName(d.part, language), shownText(d.name), shownText(d.before), shownText(d.after)}
+            text += QStringList{setupPartName(d.part, language), shownText(d.name), shownText(d.before), shownText(d.after)}
                         .join(QLatin1Char('\t'))
                   + QLatin1Char('\n');
         if (!groups.isEmpty())

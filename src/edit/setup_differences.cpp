@@ -1,5 +1,7 @@
 #include "setup_differences.h"
 
+#include "texts/history.h"
+
 #include <algorithm>
 
 namespace velmor {
@@ -54,6 +56,30 @@ QList<CellDifference> sentDifferences(const ModuleRecord& from, const ModuleReco
     QList<CellDifference> out = setupDifferences(from, to, balanceMask, language);
     out.removeIf([](const CellDifference& d) { return d.reference; });
     return out;
+}
+
+QString setupPartName(SetupPart part, Language language)
+{
+    using namespace texts::history;
+    switch (part) {
+    case SetupPart::Information: return pick(kPartInformation, language);
+    case SetupPart::Channels: return pick(kPartChannels, language);
+    case SetupPart::Adjust: return pick(kPartAdjust, language);
+    case SetupPart::Calibration: return pick(kPartCalibration, language);
+    }
+    return QString();
+}
+
+QString writeGroupName(const WriteGroup& group, Language language)
+{
+    using namespace texts::history;
+    switch (group.part) {
+    case SetupPart::Information: return pick(kPartInformation, language);
+    case SetupPart::Channels: return pick(kGroupChannels, language).arg(group.index + 1);
+    case SetupPart::Adjust: return pick(kGroupAdjust, language).arg(group.index + 1);
+    case SetupPart::Calibration: return pick(kGroupCalibration, language).arg(group.index + 1);
+    }
+    return QString();
 }
 
 QList<WriteGroup> groupsToSend(const QList<CellDifference>& differences)

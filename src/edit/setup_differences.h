@@ -52,4 +52,8 @@ struct WriteGroup {
 // `after` shows, each once, in the order of the differences.
 QList<WriteGroup> groupsToSend(const QList<CellDifference>& differences);
 
+// "channels", "channel group 2", ... in `language`.
+QString setupPartName(SetupPart part, Language language);
+QString writeGroupName(const WriteGroup& group, Language language);
+
 }  // namespace velmor

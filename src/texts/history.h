@@ -59,4 +59,37 @@ inline constexpr Text kGroupChannels{"通道组 %1", "channel group %1"};
 inline constexpr Text kGroupAdjust{"调整值组 %1", "adjust block %1"};
 inline constexpr Text kGroupCalibration{"校正系数对 %1", "calibration pair %1"};
 
+// File > History... and its window.
+inline constexpr Text kMnuFileHistory{"历史记录(&H)...", "&History..."};
+inline constexpr Text kHistoryTitle{"历史记录 - %1", "History - %1"};
+inline constexpr Text kModuleName{"%1 序号 %2", "%1 number %2"};
+inline constexpr Text kAllKinds{"全部类别", "All kinds"};
+inline constexpr Text kSinceLabel{"自(&S)", "&Since"};
+inline constexpr Text kKindLabel{"类别(&K)", "&Kind"};
+inline constexpr Text kEntriesName{"历史记录", "History entries"};
+inline constexpr Text kColumns[] = {{"编号", "Id"},      {"时间", "Time"},        {"类别", "Kind"},
+                                    {"线路", "Line"},    {"地址", "Address"},     {"结果", "Outcome"},
+                                    {"工作站", "Workstation"}, {"用户", "User"}, {"说明", "Detail"}};
+inline constexpr Text kCompare{"比较(&C)", "&Compare"};
+inline constexpr Text kCompareFile{"与文件比较(&F)...", "Compare with a &file..."};
+inline constexpr Text kRestore{"恢复(&R)...", "&Restore..."};
+inline constexpr Text kCompareHint{"选两条记录互相比较，或选一条与当前模块比较。",
+                                   "Two entries are compared with each other; one with the module now."};
+inline constexpr Text kRestoreHint{"把所选记录的设置写入当前模块，只发送不同的组。",
+                                   "Writes the chosen entry's setup to the module, only the groups that differ."};
+inline constexpr Text kChooseEntries{"请选择一条或两条记录。", "Choose one or two entries."};
+inline constexpr Text kChooseOne{"请选择一条记录。", "Choose one entry."};
+inline constexpr Text kEntryName{"第 %1 条（%2 %3）", "entry %1 (%2, %3)"};
+inline constexpr Text kModuleNow{"当前模块", "the module now"};
+inline constexpr Text kComparing{"A：%1　　B：%2　　不同的格：%3", "A: %1    B: %2    cells that differ: %3"};
+inline constexpr Text kDiffersFrom{"不同：A 中为 %1。", "Differs: A holds %1."};
+inline constexpr Text kInfoColumns[] = {{"模块信息", "Information"}, {"A", "A"}, {"B", "B"}};
+inline constexpr Text kUnavailable{"历史记录不可用：%1", "The history is not available: %1"};
+inline constexpr Text kRestoreQuestion{"把第 %1 条记录的设置写入 %2？\n将改变的格：%3\n将发送：%4。",
+                                       "Write the setup of entry %1 to %2?\nCells that change: %3\nSent: %4."};
+inline constexpr Text kRestoreOtherModel{"第 %1 条记录是 %2 的设置，当前模块是 %3：没有写入。",
+                                         "Entry %1 is a setup of a %2 and the module is a %3: nothing was written."};
+inline constexpr Text kNothingToRestore{"模块已是第 %1 条记录的设置。", "The module holds the setup of entry %1 already."};
+inline constexpr Text kDidRestore{"把第 %2 条记录恢复到%1", "Restored entry %2 to %1"};
+
 }  // namespace velmor::texts::history

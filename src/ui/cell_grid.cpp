@@ -50,7 +50,7 @@ QList<int> CellTextModel::showCells(const GridCells& cells)
     if (!sameShape) {
         beginResetModel();
         cells_ = cells;
-        unsent_.clear();
+        marked_.clear();
         endResetModel();
         QList<int> all;
         for (int c = 0; c < columnCount(); ++c)
@@ -104,16 +104,16 @@ void CellTextModel::markUnstored(const GridCells& stored, const QString& note)
     }
 }
 
-void CellTextModel::markUnsent(const QHash<QPair<int, int>, QString>& descriptions)
+void CellTextModel::markCells(const QHash<QPair<int, int>, QString>& descriptions)
 {
     QHash<QPair<int, int>, QString> marks;
     for (auto it = descriptions.begin(); it != descriptions.end(); ++it)
         marks.insert({it.key().first - 1, it.key().second}, it.value());
     QList<QPair<int, int>> touched = marks.keys();
-    for (auto it = unsent_.begin(); it != unsent_.end(); ++it)
+    for (auto it = marked_.begin(); it != marked_.end(); ++it)
         if (marks.value(it.key()) != it.value())
             touched.append(it.key());
-    unsent_ = marks;
+    marked_ = marks;
     for (const auto& [row, column] : touched)
         if (row >= 0 && row < rowCount() && column >= 0 && column < columnCount())
             emit dataChanged(index(row, column), index(row, column));
@@ -157,11 +157,11 @@ QVariant CellTextModel::data(const QModelIndex& index, int role) const
     const QString text = cells_.rows.at(index.row()).value(index.column());
     const bool picture = index.column() == pictureColumn_ && pictures_.contains(text);
     const QString unstored = unstored_.value({index.row(), index.column()});
-    const QString unsent = unsent_.value({index.row(), index.column()});
+    const QString marked = marked_.value({index.row(), index.column()});
     const bool grey = cells_.greyColumns.contains(index.column());
     // What the cell's marks say, for the tool tip and a screen reader.
     QStringList said;
-    for (const QString& note : {unsent, unstored})
+    for (const QString& note : {marked, unstored})
         if (!note.isEmpty())
             said << note;
     const QVariant notes = said.isEmpty() ? QVariant() : QVariant(said.join(QLatin1Char(' ')));
@@ -185,11 +185,11 @@ QVariant CellTextModel::data(const QModelIndex& index, int role) const
     case Qt::TextAlignmentRole:
         return static_cast<int>(Qt::AlignCenter);
     case Qt::BackgroundRole:
-        if (!unsent.isEmpty())
-            return QBrush(QColor(kUnsentCellColor));
+        if (!marked.isEmpty())
+            return QBrush(QColor(kMarkedCellColor));
         return grey ? QVariant(QBrush(QColor(kGreyCellColor))) : QVariant();
     case Qt::ForegroundRole:
-        return grey || !unsent.isEmpty() ? QVariant(QBrush(QColor(kColouredCellText))) : QVariant();
+        return grey || !marked.isEmpty() ? QVariant(QBrush(QColor(kColouredCellText))) : QVariant();
     default:
         return QVariant();
     }

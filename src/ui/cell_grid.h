@@ -14,9 +14,10 @@ namespace velmor {
 
 // The light grey behind the reference columns, which are never sent to a module.
 inline constexpr QRgb kGreyCellColor = qRgb(230, 230, 230);
-// The light amber behind a cell edited and not yet sent. Cells with a colour of
-// their own are written in black, so that they read in a dark theme too.
-inline constexpr QRgb kUnsentCellColor = qRgb(255, 214, 112);
+// The light amber behind a marked cell (an edit not yet sent, a difference
+// from another setup). Cells with a colour of their own are written in
+// black, so that they read in a dark theme too.
+inline constexpr QRgb kMarkedCellColor = qRgb(255, 214, 112);
 inline constexpr QRgb kColouredCellText = qRgb(0, 0, 0);
 
 // The texts of a grid, held as cells rather than derived from the record: the
@@ -46,10 +47,11 @@ public:
     // the cells anew takes every mark away.
     void markUnstored(const GridCells& stored, const QString& note);
     bool isMarkedUnstored(int row, int column) const { return unstored_.contains({row, column}); }
-    // Marks the cells edited and not yet sent (1-based row, column), each
-    // with its accessible description; every other cell is unmarked.
-    void markUnsent(const QHash<QPair<int, int>, QString>& descriptions);
-    bool isMarkedUnsent(int row, int column) const { return unsent_.contains({row - 1, column}); }
+    // Marks cells (1-based row, column), each with its accessible
+    // description: an edit not yet sent, a cell that differs from another
+    // setup. Every other cell is unmarked.
+    void markCells(const QHash<QPair<int, int>, QString>& descriptions);
+    bool isMarked(int row, int column) const { return marked_.contains({row - 1, column}); }
     QString cellText(int row, int column) const;
     const GridCells& cells() const { return cells_; }
 
@@ -69,8 +71,8 @@ private:
     QHash<QString, QIcon> pictures_;
     // Cells shown but not stored (0-based row, column), with their notes.
     QHash<QPair<int, int>, QString> unstored_;
-    // Cells edited and not sent (0-based row, column), with their descriptions.
-    QHash<QPair<int, int>, QString> unsent_;
+    // Marked cells (0-based row, column), with their descriptions.
+    QHash<QPair<int, int>, QString> marked_;
 };
 
 // One of the three grids of the main window: a table view that owns its cell

@@ -9,6 +9,7 @@
 #include "frame_log_pane.h"
 #include "frame_page.h"
 #include "history/flow_entries.h"
+#include "history_keeper.h"
 #include "main_menus.h"
 #include "module_info_fields.h"
 #include "module_view.h"
@@ -272,15 +273,24 @@ QString frmMain::didBeckon() const { return pick(texts::desktop::kDidBeckon, lan
 
 void frmMain::useHistory(const HistoryTarget& target)
 {
-    history_ = std::make_unique<HistoryRecorder>(target, HistoryQueue::defaultPath());
+    history_.reset();
+    historyTarget_ = target;
+    if (target.kind == HistoryTarget::Kind::Off)
+        return;
+    history_ = std::make_unique<HistoryKeeper>(target, language());
+    connect(history_.get(), &HistoryKeeper::told, this, &frmMain::notify);
+}
+
+void frmMain::settleHistory()
+{
+    if (history_)
+        history_->settle();
 }
 
 void frmMain::keep(const HistoryEntry& entry)
 {
-    if (!history_)
-        return;
-    if (const QString notice = recordNoticeText(history_->record(entry), language()); !notice.isEmpty())
-        notify(notice);
+    if (history_)
+        history_->keep(entry);
 }
 
 QString frmMain::currentLine() const

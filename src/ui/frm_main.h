@@ -2,7 +2,8 @@
 
 #include "frame_display.h"
 #include "grid_editing.h"
-#include "history/history_recorder.h"
+#include "history/history_entry.h"
+#include "history/history_target.h"
 #include "link/module_search.h"
 #include "link/operations.h"
 #include "link/port_lines.h"
@@ -25,6 +26,7 @@ namespace velmor {
 class AdjustPanel;
 class ChannelSetupPanel;
 class FileChooser;
+class HistoryKeeper;
 class FrameLogPane;
 class MainMenus;
 class ModuleInfoPanel;
@@ -79,6 +81,15 @@ public:
     // From now on what the flows do and the files used are kept in this
     // history (none before: a window made in a test keeps nothing).
     void useHistory(const HistoryTarget& target);
+    // Waits until what was handed to the history has been written or queued.
+    void settleHistory();
+    // File > History...: the current module's history, to compare and restore.
+    void MnuFile_History_Click();
+    // Writes an entry's setup to the current module, after a confirmation
+    // that lists what changes: only the groups that differ from what the
+    // module holds, through the normal write flow; an entry of another model
+    // is refused.
+    void restoreEntry(const HistoryEntry& entry);
 
 protected:
     // Closing saves as File > Save does; during a flow it waits for the
@@ -184,7 +195,8 @@ private:
     FrameDisplay display_;
     ModuleView view_;
     GridEditing editing_;
-    std::unique_ptr<HistoryRecorder> history_;
+    std::unique_ptr<HistoryKeeper> history_;
+    HistoryTarget historyTarget_;
     UnsentEdits* unsent_;
     bool operationsOn_ = true;
     QList<OperationPanel*> lockedPanels_;

@@ -24,6 +24,7 @@ void frmMain::wireMenus()
     connect(menus_, &MainMenus::save, this, &frmMain::MnuFile_Save_Click);
     connect(menus_, &MainMenus::saveAs, this, &frmMain::MnuFile_SaveAs_Click);
     connect(menus_, &MainMenus::exportReport, this, &frmMain::MnuFile_ExportReport_Click);
+    connect(menus_, &MainMenus::history, this, &frmMain::MnuFile_History_Click);
     connect(menus_, &MainMenus::exit, this, &QWidget::close);
     connect(menus_, &MainMenus::search, this, &frmMain::cmdSearch_Click);
     connect(menus_, &MainMenus::searchAll, this, &frmMain::cmdSearchAll_Click);

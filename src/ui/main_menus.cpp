@@ -1,6 +1,7 @@
 #include "main_menus.h"
 
 #include "texts/frame_log.h"
+#include "texts/history.h"
 #include "texts/network.h"
 #include "texts/report.h"
 #include "recent_menu.h"
@@ -60,6 +61,9 @@ MainMenus::MainMenus(QMenuBar* bar, Language language) : QObject(bar)
                     // found by a search or opened from a file.
                     << wired(entry(file, "MnuFile_ExportReport", texts::report::kMnuFileExportReport, language),
                              &MainMenus::exportReport);
+    QAction* history = entry(file, "MnuFile_History", texts::history::kMnuFileHistory, language);
+    history->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_H));
+    commandActions_ << wired(history, &MainMenus::history);
     file->addSeparator();
     wired(withKeys(entry(file, "MnuFile_Exit", texts::window::kMnuFileExit, language), QKeySequence::Quit,
                    QKeySequence(Qt::CTRL | Qt::Key_Q)),

@@ -34,6 +34,7 @@ signals:
     void save();
     void saveAs();
     void exportReport();
+    void history();
     void exit();
     void search();
     void searchAll();

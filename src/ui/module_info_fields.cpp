@@ -152,7 +152,7 @@ void ModuleInfoFields::markUnsent(const QHash<int, QString>& descriptions)
         QPalette palette;
         if (!description.isEmpty()) {
             palette = box->palette();
-            palette.setColor(QPalette::Base, QColor(kUnsentCellColor));
+            palette.setColor(QPalette::Base, QColor(kMarkedCellColor));
             palette.setColor(QPalette::Text, QColor(kColouredCellText));
         }
         box->setPalette(palette);

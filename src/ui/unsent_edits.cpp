@@ -51,9 +51,9 @@ void UnsentEdits::refresh()
         if (grid->cellModel()->cellText(d.row, d.column) == d.after)
             marks->insert({d.row, d.column}, description);
     }
-    frame1_->channelGrid()->cellModel()->markUnsent(channels);
-    frame1_->calibrationGrid()->cellModel()->markUnsent(calibration);
-    frame2_->adjustGrid()->cellModel()->markUnsent(adjust);
+    frame1_->channelGrid()->cellModel()->markCells(channels);
+    frame1_->calibrationGrid()->cellModel()->markCells(calibration);
+    frame2_->adjustGrid()->cellModel()->markCells(adjust);
     fields_->markUnsent(information);
     names_.at(static_cast<size_t>(slot)) = names;
 

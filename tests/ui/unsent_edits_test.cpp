@@ -83,10 +83,10 @@ void UnsentEditsTest::anEditIsMarkedCountedAndGoneWhenItsGroupIsSent()
     QVERIFY(cellText(grid, 1, kGainColumn) != held);
 
     const CellTextModel* cells = grid->cellModel();
-    QVERIFY(cells->isMarkedUnsent(1, kGainColumn));
-    QVERIFY(!cells->isMarkedUnsent(2, kGainColumn));
+    QVERIFY(cells->isMarked(1, kGainColumn));
+    QVERIFY(!cells->isMarked(2, kGainColumn));
     const QModelIndex index = cells->index(0, kGainColumn);
-    QCOMPARE(cells->data(index, Qt::BackgroundRole).value<QBrush>().color(), QColor(kUnsentCellColor));
+    QCOMPARE(cells->data(index, Qt::BackgroundRole).value<QBrush>().color(), QColor(kMarkedCellColor));
     const QString description = QStringLiteral("Edited, not sent: the module holds %1.").arg(held);
     QCOMPARE(cellDescription(grid, 1, kGainColumn), description);
     QCOMPARE(cells->data(index, Qt::ToolTipRole).toString(), description);
@@ -99,7 +99,7 @@ void UnsentEditsTest::anEditIsMarkedCountedAndGoneWhenItsGroupIsSent()
 
     QTest::mouseClick(child<QPushButton>(m.window(), "cmdSend[0]"), Qt::LeftButton);
     QCOMPARE(m.line.memory(1).channels[0].gain, m.channel(0).gain);
-    QVERIFY(!cells->isMarkedUnsent(1, kGainColumn));
+    QVERIFY(!cells->isMarked(1, kGainColumn));
     QCOMPARE(cells->data(index, Qt::BackgroundRole), QVariant());
     QCOMPARE(cellDescription(grid, 1, kGainColumn), QString());
     QVERIFY(!unsentCount(m.window())->isVisible());
@@ -114,10 +114,10 @@ void UnsentEditsTest::onlyReadingTheEditsOwnGroupTakesItsMarkAway()
     chooseAnotherItem(m.window(), channels, 5, kExcitationColumn);  // channel 5: group 2
     m.window().TabStrip1_Click(1);
     typeIntoAdjustCell(m.window(), 2, 6, QStringLiteral("777"));
-    QVERIFY(channels->cellModel()->isMarkedUnsent(5, kExcitationColumn));
-    QVERIFY(adjust->cellModel()->isMarkedUnsent(2, 6));
+    QVERIFY(channels->cellModel()->isMarked(5, kExcitationColumn));
+    QVERIFY(adjust->cellModel()->isMarked(2, 6));
     // The excitation's rules changed the coupling with it.
-    QVERIFY(channels->cellModel()->isMarkedUnsent(5, kCouplingColumn));
+    QVERIFY(channels->cellModel()->isMarked(5, kCouplingColumn));
     QCOMPARE(unsentCount(m.window())->text(), QStringLiteral("Edits not sent: 3"));
     QCOMPARE(unsentCount(m.window())->toolTip(),
              QStringLiteral("TM-C16 at address 1: CH5 Excitation, CH5 Coupling, CH2 Gain Adjust2"));
@@ -125,16 +125,16 @@ void UnsentEditsTest::onlyReadingTheEditsOwnGroupTakesItsMarkAway()
     // Group 1 read again: channel 5's edit is not in it.
     m.window().TabStrip1_Click(0);
     QTest::mouseClick(child<QPushButton>(m.window(), "cmdReceive[0]"), Qt::LeftButton);
-    QVERIFY(channels->cellModel()->isMarkedUnsent(5, kExcitationColumn));
+    QVERIFY(channels->cellModel()->isMarked(5, kExcitationColumn));
     QTest::mouseClick(child<QPushButton>(m.window(), "cmdReceive[1]"), Qt::LeftButton);
-    QVERIFY(!channels->cellModel()->isMarkedUnsent(5, kExcitationColumn));
-    QVERIFY(!channels->cellModel()->isMarkedUnsent(5, kCouplingColumn));
+    QVERIFY(!channels->cellModel()->isMarked(5, kExcitationColumn));
+    QVERIFY(!channels->cellModel()->isMarked(5, kCouplingColumn));
     QCOMPARE(cellText(channels, 5, kExcitationColumn), held);
     QCOMPARE(unsentCount(m.window())->text(), QStringLiteral("Edits not sent: 1"));
 
     // Reading everything brings the adjust block back too.
     QTest::mouseClick(child<QPushButton>(m.window(), "cmdFrame3Receive"), Qt::LeftButton);
-    QVERIFY(!adjust->cellModel()->isMarkedUnsent(2, 6));
+    QVERIFY(!adjust->cellModel()->isMarked(2, 6));
     QCOMPARE(cellText(adjust, 2, 6), adjustCellText(m.line.memory(1).channels[1], 6));
     QVERIFY(!unsentCount(m.window())->isVisible());
 }
@@ -150,7 +150,7 @@ void UnsentEditsTest::theInformationPanelMarksItsRowsUntilSent()
     auto* fields = m.window().findChild<ModuleInfoFields*>();
     QVERIFY(fields);
     QVERIFY(fields->isMarkedUnsent(3));
-    QCOMPARE(number->palette().color(QPalette::Base), QColor(kUnsentCellColor));
+    QCOMPARE(number->palette().color(QPalette::Base), QColor(kMarkedCellColor));
     QCOMPARE(number->palette().color(QPalette::Text), QColor(kColouredCellText));
     QCOMPARE(accessibleText(number, QAccessible::Description),
              QStringLiteral("Edited, not sent: the module holds %1.").arg(held));
@@ -161,14 +161,14 @@ void UnsentEditsTest::theInformationPanelMarksItsRowsUntilSent()
     QTest::mouseClick(child<QPushButton>(m.window(), "cmdModuleInfoSend"), Qt::LeftButton);
     QCOMPARE(QString::number(m.line.memory(1).moduleNumber), number->text());
     QVERIFY(!fields->isMarkedUnsent(3));
-    QVERIFY(number->palette().color(QPalette::Base) != QColor(kUnsentCellColor));
+    QVERIFY(number->palette().color(QPalette::Base) != QColor(kMarkedCellColor));
     QCOMPARE(accessibleText(number, QAccessible::Description), QString());
     QVERIFY(!unsentCount(m.window())->isVisible());
 }
 
 void UnsentEditsTest::theMarkReadsInADarkTheme()
 {
-    QVERIFY(contrast(QColor(kUnsentCellColor), QColor(kColouredCellText)) >= 7.0);
+    QVERIFY(contrast(QColor(kMarkedCellColor), QColor(kColouredCellText)) >= 7.0);
     QVERIFY(contrast(QColor(kGreyCellColor), QColor(kColouredCellText)) >= 7.0);
 
     ReadModule m(kTmB8);
@@ -186,7 +186,7 @@ void UnsentEditsTest::theMarkReadsInADarkTheme()
     grid->clearSelection();
     const QImage drawn = grid->viewport()->grab().toImage();
     const QRect cell = grid->visualRect(index);
-    QCOMPARE(drawn.pixelColor(cell.left() + 2, cell.top() + 2), QColor(kUnsentCellColor));
+    QCOMPARE(drawn.pixelColor(cell.left() + 2, cell.top() + 2), QColor(kMarkedCellColor));
     const QRect plain = grid->visualRect(grid->cellModel()->index(3, kGainColumn));
     QCOMPARE(drawn.pixelColor(plain.left() + 2, plain.top() + 2), QColor(30, 30, 30));
 }
@@ -223,14 +223,14 @@ void UnsentEditsTest::anOpenedFileIsNoEdit()
     chooseAnotherItem(m.window(), grid, 4, kGainColumn);
     m.rig.files.saveAnswer = m.rig.folder.filePath(QStringLiteral("edited.cfg"));
     m.window().MnuFile_SaveAs_Click();
-    QVERIFY(grid->cellModel()->isMarkedUnsent(4, kGainColumn));  // saving sends nothing
+    QVERIFY(grid->cellModel()->isMarked(4, kGainColumn));  // saving sends nothing
 
     m.window().openConfigFile(m.rig.files.saveAnswer);
-    QVERIFY(!grid->cellModel()->isMarkedUnsent(4, kGainColumn));
+    QVERIFY(!grid->cellModel()->isMarked(4, kGainColumn));
     QVERIFY(!unsentCount(m.window())->isVisible());
     // Edits count from what was opened.
     chooseAnotherItem(m.window(), grid, 4, kGainColumn);
-    QVERIFY(grid->cellModel()->isMarkedUnsent(4, kGainColumn));
+    QVERIFY(grid->cellModel()->isMarked(4, kGainColumn));
 }
 
 QTEST_MAIN(UnsentEditsTest)

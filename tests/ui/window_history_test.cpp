@@ -54,6 +54,7 @@ void WindowHistoryTest::flowsAndFilesAreKept()
     rig.files.saveAnswer = rig.folder.filePath(QStringLiteral("bench.cfg"));
     rig.window.MnuFile_SaveAs_Click();
     rig.window.openConfigFile(rig.files.saveAnswer);
+    rig.window.settleHistory();
     QCOMPARE(kindsIn(store), (QStringList{"read", "write", "save", "open"}));
 
     HistoryStore opened;
@@ -76,9 +77,11 @@ void WindowHistoryTest::aFailedFlowIsAnEventAndASearchKeepsItsReads()
     const QString store = rig.folder.filePath(QStringLiteral("history.sqlite"));
     rig.window.useHistory(*historyTargetNamed(store));
     QTest::mouseClick(child<QPushButton>(rig.window, "cmdSearch"), Qt::LeftButton);
+    rig.window.settleHistory();
     QCOMPARE(kindsIn(store), (QStringList{"read", "read", "search"}));
     chooseModule(rig.window, line, 9);
     QTest::mouseClick(child<QPushButton>(rig.window, "cmdFrame3Receive"), Qt::LeftButton);
+    rig.window.settleHistory();
     HistoryStore opened;
     QString error;
     QVERIFY(opened.open(*historyTargetNamed(store), &error));
@@ -104,6 +107,9 @@ void WindowHistoryTest::anUnreachableStoreIsToldOnceInTheStatusBar()
     QSignalSpy said(rig.window.statusBar(), &QStatusBar::messageChanged);
     QTest::mouseClick(child<QPushButton>(rig.window, "cmdFrame3Receive"), Qt::LeftButton);
     QTest::mouseClick(child<QPushButton>(rig.window, "cmdFrame3Receive"), Qt::LeftButton);
+    // What the history's thread tells comes through the event loop.
+    rig.window.settleHistory();
+    QCoreApplication::sendPostedEvents();
     int told = 0;
     for (const QList<QVariant>& message : said)
         told += message.first().toString().startsWith(QStringLiteral("The history store cannot be written ("));

@@ -5,6 +5,7 @@
 #include "config/image_layout.h"
 #include "history/history_store.h"
 #include "support/sim_process.h"
+#include "../history/history_reading.h"
 #include "../history/postgres_cluster.h"
 
 #include <QCryptographicHash>
@@ -25,25 +26,6 @@ QStringList simArguments(const QStringList& modules, const QStringList& extra = 
     for (const QString& module : modules)
         arguments << QStringLiteral("--module") << module;
     return arguments + extra;
-}
-
-QList<HistoryEntry> entriesIn(const QString& store)
-{
-    HistoryStore opened;
-    QString error;
-    if (!opened.open(*historyTargetNamed(store), &error))
-        qWarning("%s", qPrintable(error));
-    QList<HistoryEntry> entries = opened.find({}, &error);
-    std::reverse(entries.begin(), entries.end());  // oldest first
-    return entries;
-}
-
-QStringList kindsOf(const QList<HistoryEntry>& entries)
-{
-    QStringList kinds;
-    for (const HistoryEntry& e : entries)
-        kinds << kindName(e.kind);
-    return kinds;
 }
 
 QString sha256Of(const QByteArray& bytes)

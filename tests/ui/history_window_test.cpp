@@ -2,7 +2,7 @@
 // two setups compared with their differing cells marked; an entry restored
 // to the module by writing only the groups that differ.
 #include "grid_hands.h"
-#include "history/history_store.h"
+#include "history_reading.h"
 #include "model/models.h"
 #include "ui/history_dialog.h"
 
@@ -39,14 +39,6 @@ struct HistoryRig {
     SimLine line;
     WindowRig rig;
 };
-
-QStringList kindsOf(const QList<HistoryEntry>& entries)
-{
-    QStringList kinds;
-    for (const HistoryEntry& e : entries)
-        kinds << kindName(e.kind);
-    return kinds;
-}
 
 // Chooses rows of the list as the operator does, Ctrl held for the second.
 void chooseRows(HistoryDialog* dialog, const QList<int>& rows)

@@ -2,7 +2,7 @@
 // history, after each flow; a store it cannot reach is told once in the
 // status bar and never stops a command.
 #include "grid_hands.h"
-#include "history/history_store.h"
+#include "history_reading.h"
 #include "model/models.h"
 
 #include <QFile>
@@ -13,17 +13,6 @@ using namespace velmor;
 using namespace velmor::testing;
 
 namespace {
-
-QStringList kindsIn(const QString& store)
-{
-    HistoryStore opened;
-    QString error;
-    QStringList kinds;
-    if (opened.open(*historyTargetNamed(store), &error))
-        for (const HistoryEntry& e : opened.find({}, &error))
-            kinds.prepend(kindName(e.kind));
-    return kinds;
-}
 
 QByteArray bytesOf(const QString& path)
 {
@@ -55,7 +44,7 @@ void WindowHistoryTest::flowsAndFilesAreKept()
     rig.window.MnuFile_SaveAs_Click();
     rig.window.openConfigFile(rig.files.saveAnswer);
     rig.window.settleHistory();
-    QCOMPARE(kindsIn(store), (QStringList{"read", "write", "save", "open"}));
+    QCOMPARE(kindsOf(entriesIn(store)), (QStringList{"read", "write", "save", "open"}));
 
     HistoryStore opened;
     QString error;
@@ -78,7 +67,7 @@ void WindowHistoryTest::aFailedFlowIsAnEventAndASearchKeepsItsReads()
     rig.window.useHistory(*historyTargetNamed(store));
     QTest::mouseClick(child<QPushButton>(rig.window, "cmdSearch"), Qt::LeftButton);
     rig.window.settleHistory();
-    QCOMPARE(kindsIn(store), (QStringList{"read", "read", "search"}));
+    QCOMPARE(kindsOf(entriesIn(store)), (QStringList{"read", "read", "search"}));
     chooseModule(rig.window, line, 9);
     QTest::mouseClick(child<QPushButton>(rig.window, "cmdFrame3Receive"), Qt::LeftButton);
     rig.window.settleHistory();

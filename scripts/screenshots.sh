@@ -8,7 +8,8 @@
 # screen, and window-en-scale2.png, the same at a scale factor of 2;
 # window-LANG-edited.png, window-en-edited-dark.png and
 # window-en-edited-info.png show edits not yet sent, in a light and a dark
-# theme, in the grids and in the module information. Each
+# theme, in the grids and in the module information; history-LANG.png,
+# File > History... comparing a read with the write after it. Each
 # shot runs with settings of its own, as a first start.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -50,6 +51,7 @@ for lang in en zh; do
   shoot 1280x1024 1 "$lang" 1 --ports-open "window-$lang-ports"
   shoot 1920x1080 1 "$lang" 1 "" "window-$lang-1080"
   shoot 1280x1024 1 "$lang" 1 --edited "window-$lang-edited"
+  shoot 1280x1024 1 "$lang" 1 --history-window "history-$lang"
 done
 shoot 1280x1024 1 en 1 "--edited --dark" window-en-edited-dark
 shoot 1280x1024 1 en 3 --edited window-en-edited-info

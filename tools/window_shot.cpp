@@ -7,14 +7,22 @@
 // --frame-log shows the frame-log pane (View menu) with the search's frames;
 // --ports-open drops the port chooser's list down, taken from the screen;
 // --edited changes a few values of the first module, as edits not yet sent;
-// --dark paints the window in a dark theme's colours.
+// --dark paints the window in a dark theme's colours;
+// --history-window keeps the run's history in a temporary store, sends a
+// changed gain, and shoots File > History... comparing the read with the write.
 
 #include "texts/language.h"
+#include "texts/qt_translations.h"
+#include "history/history_target.h"
 #include "ui/frm_main.h"
+#include "ui/history_dialog.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTemporaryDir>
 #include <QStyleFactory>
 #include <QCommandLineParser>
 #include <QScreen>
@@ -51,6 +59,7 @@ int main(int argc, char* argv[])
     parser.addOption({QStringLiteral("ports-open"), QStringLiteral("Drop the port chooser's list down")});
     parser.addOption({QStringLiteral("edited"), QStringLiteral("Edit a few values without sending them")});
     parser.addOption({QStringLiteral("dark"), QStringLiteral("A dark theme's colours")});
+    parser.addOption({QStringLiteral("history-window"), QStringLiteral("Shoot the history window")});
     parser.addOption({QStringLiteral("out"), QStringLiteral("PNG file"), QStringLiteral("file")});
     parser.process(app);
     const bool chinese = parser.value(QStringLiteral("lang")) == QLatin1String("zh");
@@ -67,12 +76,17 @@ int main(int argc, char* argv[])
         dark.setColor(QPalette::ButtonText, Qt::white);
         QApplication::setPalette(dark);
     }
+    const velmor::QtTranslations qtWords(chinese ? velmor::Language::Chinese : velmor::Language::English);
     PrintedDialogs dialogs;
     velmor::frmMain window(chinese ? 1 : 2, &dialogs);
     window.show();
     window.Form_Load();
     // As a first start of velmor does: sized for its screen.
     window.placeOnScreen();
+    const QTemporaryDir historyFolder;
+    const bool history = parser.isSet(QStringLiteral("history-window"));
+    if (history)
+        window.useHistory(*velmor::historyTargetNamed(historyFolder.filePath(QStringLiteral("history.sqlite"))));
     window.cmdSearch_Click();
     if (parser.isSet(QStringLiteral("edited"))) {
         // What the grids' editors and the information panel store, unsent.
@@ -88,6 +102,21 @@ int main(int argc, char* argv[])
         window.findChild<QAction*>(QStringLiteral("MnuView_FrameLog"))->trigger();
     QApplication::processEvents();
     QPixmap shot = window.grab();
+    if (history) {
+        // A gain changed and sent, as the grid's editor and Send do.
+        velmor::ModuleRecord& module = window.state().current();
+        module.channels[1].gain = static_cast<qint16>(module.channels[1].gain == 0 ? 1 : 0);
+        window.findChild<QPushButton*>(QStringLiteral("cmdSend[0]"))->click();
+        window.findChild<QAction*>(QStringLiteral("MnuFile_History"))->trigger();
+        auto* dialog = window.findChild<velmor::HistoryDialog*>();
+        auto* list = dialog->findChild<QTableWidget*>(QStringLiteral("lstHistory"));
+        list->selectRow(0);
+        list->setSelectionMode(QAbstractItemView::MultiSelection);
+        list->selectRow(1);
+        dialog->compareChosen();
+        QApplication::processEvents();
+        shot = dialog->grab();
+    }
     if (parser.isSet(QStringLiteral("ports-open"))) {
         window.findChild<QComboBox*>(QStringLiteral("cmbComPort"))->showPopup();
         QApplication::processEvents();

@@ -38,6 +38,9 @@ QStringList migration(int version, const Dialect& d)
             QStringLiteral("CREATE INDEX entries_by_module ON entries (model, module_number, time_utc)"),
             QStringLiteral("CREATE INDEX entries_by_time ON entries (time_utc)"),
         };
+    case 2:
+        // A line and address asked of the history (history --port --address).
+        return {QStringLiteral("CREATE INDEX entries_by_place ON entries (line, address, time_utc)")};
     default: return {};
     }
 }
@@ -51,7 +54,7 @@ bool fail(const QSqlError& why, QString* error)
 
 }  // namespace
 
-bool migrateHistory(QSqlDatabase& db, QString* error)
+bool migrateHistory(QSqlDatabase& db, QString* error, int target)
 {
     const bool postgres = db.driverName() == QLatin1String("QPSQL");
     const Dialect dialect = postgres ? Dialect{"BIGSERIAL PRIMARY KEY", "BYTEA"} : Dialect{"INTEGER PRIMARY KEY", "BLOB"};
@@ -81,7 +84,7 @@ bool migrateHistory(QSqlDatabase& db, QString* error)
             *error = QStringLiteral("the store is at schema version %1; this program knows %2").arg(version).arg(kHistorySchemaVersion);
         return false;
     }
-    for (int next = version + 1; next <= kHistorySchemaVersion; ++next) {
+    for (int next = version + 1; next <= target; ++next) {
         for (const QString& statement : migration(next, dialect)) {
             if (!query.exec(statement)) {
                 const QSqlError why = query.lastError();

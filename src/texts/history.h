@@ -59,6 +59,15 @@ inline constexpr Text kGroupChannels{"通道组 %1", "channel group %1"};
 inline constexpr Text kGroupAdjust{"调整值组 %1", "adjust block %1"};
 inline constexpr Text kGroupCalibration{"校正系数对 %1", "calibration pair %1"};
 
+// The words the store keeps for kinds and outcomes (the English side, the
+// same in every language), as the history window shows them.
+inline constexpr Text kStoredWords[] = {
+    {"读取", "read"},         {"写入", "write"},         {"桥路平衡", "balance"},     {"搜索", "search"},
+    {"保存", "save"},         {"打开", "open"},          {"失败", "failure"},         {"完成", "done"},
+    {"无应答", "no reply"},   {"应答被拒绝", "reply refused"}, {"串口无法打开", "port not opened"},
+    {"线路被占用", "line busy"}, {"未找到模块", "none found"},
+};
+
 // File > History... and its window.
 inline constexpr Text kMnuFileHistory{"历史记录(&H)...", "&History..."};
 inline constexpr Text kHistoryTitle{"历史记录 - %1", "History - %1"};

@@ -41,6 +41,15 @@ ModuleRecord setupOf(const HistoryEntry& entry)
     return record;
 }
 
+// A kind or an outcome as the store keeps it, in the window's language.
+QString shownWord(const QString& stored, Language language)
+{
+    for (const Text& word : texts::history::kStoredWords)
+        if (stored == QLatin1String(word.en))
+            return pick(word, language);
+    return stored;
+}
+
 QTableWidgetItem* item(const QString& text)
 {
     auto* cell = new QTableWidgetItem(text);
@@ -74,12 +83,13 @@ HistoryDialog::HistoryDialog(const HistoryTarget& target, const SetupState& stat
     kinds_->setObjectName(QStringLiteral("cmbHistoryKind"));
     kinds_->addItem(pick(kAllKinds, language()));
     for (EntryKind kind : kKinds)
-        kinds_->addItem(kindName(kind), static_cast<int>(kind));
+        kinds_->addItem(shownWord(kindName(kind), language()), static_cast<int>(kind));
     auto* kindLabel = new QLabel(pick(kKindLabel, language()));
     kindLabel->setBuddy(kinds_);
     sinceOn_->setObjectName(QStringLiteral("chkHistorySince"));
     since_->setObjectName(QStringLiteral("dtpHistorySince"));
     since_->setCalendarPopup(true);
+    since_->setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
     since_->setAccessibleName(pick(kSinceLabel, language()).remove(QLatin1Char('&')));
     since_->setEnabled(false);
     auto* filters = new QHBoxLayout;
@@ -178,8 +188,9 @@ void HistoryDialog::refresh()
     for (int row = 0; row < shown_.size(); ++row) {
         const HistoryEntry& e = shown_[row];
         const QStringList cells{QString::number(e.id), e.time.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")),
-                                kindName(e.kind), e.line, e.address < 0 ? QString() : QString::number(e.address),
-                                e.outcome, e.workstation, e.user, e.detail};
+                                shownWord(kindName(e.kind), language()), e.line,
+                                e.address < 0 ? QString() : QString::number(e.address), shownWord(e.outcome, language()),
+                                e.workstation, e.user, e.detail};
         for (int column = 0; column < cells.size(); ++column)
             list_->setItem(row, column, item(cells[column]));
     }
@@ -200,7 +211,7 @@ QString HistoryDialog::nameOf(const HistoryEntry& entry) const
 {
     return pick(texts::history::kEntryName, language())
         .arg(entry.id)
-        .arg(kindName(entry.kind), entry.time.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm")));
+        .arg(shownWord(kindName(entry.kind), language()), entry.time.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm")));
 }
 
 void HistoryDialog::compareChosen()

@@ -108,6 +108,27 @@ bool PostgresCluster::stop()
     return !running_;
 }
 
+std::optional<HistoryTarget> PostgresCluster::freshDatabase(const QString& name)
+{
+    bool made = false;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), QStringLiteral("cluster-fresh"));
+        db.setHostName(QStringLiteral("127.0.0.1"));
+        db.setPort(port_);
+        db.setUserName(QStringLiteral("velmor"));
+        db.setDatabaseName(QStringLiteral("postgres"));
+        made = db.open() && QSqlQuery(db).exec(QStringLiteral("CREATE DATABASE %1").arg(name));
+        if (!made)
+            failure_ = db.lastError().text();
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("cluster-fresh"));
+    if (!made)
+        return std::nullopt;
+    HistoryTarget fresh = target();
+    fresh.database = name;
+    return fresh;
+}
+
 HistoryTarget PostgresCluster::target() const
 {
     return *historyTargetNamed(QStringLiteral("postgresql://velmor@127.0.0.1:%1/velmor").arg(port_));

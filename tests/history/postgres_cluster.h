@@ -27,6 +27,8 @@ public:
     int port() const { return port_; }
     // postgresql://velmor@127.0.0.1:PORT/velmor
     HistoryTarget target() const;
+    // A new empty database of that name on the server, as a store.
+    std::optional<HistoryTarget> freshDatabase(const QString& name);
 
 private:
     // Runs one of the server's programs (as the postgres user under root).

@@ -21,7 +21,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QPushButton>
-#include <QTableWidget>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QStyleFactory>
 #include <QCommandLineParser>
@@ -109,7 +109,7 @@ int main(int argc, char* argv[])
         window.findChild<QPushButton*>(QStringLiteral("cmdSend[0]"))->click();
         window.findChild<QAction*>(QStringLiteral("MnuFile_History"))->trigger();
         auto* dialog = window.findChild<velmor::HistoryDialog*>();
-        auto* list = dialog->findChild<QTableWidget*>(QStringLiteral("lstHistory"));
+        auto* list = dialog->findChild<QTableView*>(QStringLiteral("lstHistory"));
         list->selectRow(0);
         list->setSelectionMode(QAbstractItemView::MultiSelection);
         list->selectRow(1);

@@ -44,7 +44,7 @@ std::optional<EntryKind> kindNamed(const QString& name)
 
 QString HistoryEntry::imageHash() const
 {
-    return image.isEmpty() ? QString()
+    return image.isEmpty() ? storedHash
                            : QString::fromLatin1(QCryptographicHash::hash(image, QCryptographicHash::Sha256).toHex());
 }
 
@@ -63,6 +63,7 @@ HistoryEntry entryNow(EntryKind kind, const ModuleRecord* record, const QString&
         entry.moduleNumber = record->moduleNumber;
         entry.model = trimmedText(record->modelName);
         entry.image = configImage(*record).left(kStoredBytes);
+        entry.storedHash = entry.imageHash();
     }
     return entry;
 }
@@ -118,7 +119,9 @@ std::optional<HistoryEntry> entryFromJson(const QJsonObject& o)
     entry.outcome = o.value(QStringLiteral("outcome")).toString();
     entry.detail = o.value(QStringLiteral("detail")).toString();
     entry.image = *image;
-    if (entry.imageHash() != o.value(QStringLiteral("sha256")).toString())
+    entry.storedHash = o.value(QStringLiteral("sha256")).toString();
+    if (!entry.image.isEmpty() && QString::fromLatin1(QCryptographicHash::hash(entry.image, QCryptographicHash::Sha256).toHex())
+                                      != entry.storedHash)
         return std::nullopt;
     return entry;
 }

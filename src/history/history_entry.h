@@ -36,8 +36,11 @@ struct HistoryEntry {
     QString outcome;          // "done", or what went wrong
     QString detail;           // a file's path; the lines and modules of a search
     QByteArray image;         // the record's stored bytes, or nothing
+    // The image's SHA-256 as the store keeps it, for an entry read without
+    // its image (a list of the history).
+    QString storedHash;
 
-    // The image's SHA-256 in hex; empty without an image.
+    // The image's SHA-256 in hex; empty for an entry that has none.
     QString imageHash() const;
     bool operator==(const HistoryEntry&) const = default;
 };

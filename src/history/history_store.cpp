@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QSqlRecord>
 #include <QUuid>
 
 namespace velmor {
@@ -14,7 +15,11 @@ namespace {
 
 constexpr const char* kColumns =
     "id, time_utc, workstation, os_user, program_version, line, address, module_number, model, kind, outcome, "
-    "detail, image, sha256";
+    "detail, sha256, image";
+// The same without the image.
+constexpr const char* kListColumns =
+    "id, time_utc, workstation, os_user, program_version, line, address, module_number, model, kind, outcome, "
+    "detail, sha256";
 
 bool fail(const QString& why, QString* error)
 {
@@ -45,7 +50,9 @@ HistoryEntry entryOfRow(const QSqlQuery& q)
     e.kind = kindNamed(q.value(9).toString()).value_or(EntryKind::Failure);
     e.outcome = q.value(10).toString();
     e.detail = q.value(11).toString();
-    e.image = q.value(12).toByteArray();
+    e.storedHash = q.value(12).toString();
+    if (q.record().count() > 13)
+        e.image = q.value(13).toByteArray();
     return e;
 }
 
@@ -190,7 +197,7 @@ QList<HistoryEntry> HistoryStore::find(const HistoryFilter& filter, QString* err
         ask("kind = ?", kindName(*filter.kind));
     QSqlQuery q(db_);
     q.prepare(QStringLiteral("SELECT %1 FROM entries%2 ORDER BY time_utc DESC, id DESC")
-                  .arg(QLatin1String(kColumns), where.isEmpty() ? QString() : QStringLiteral(" WHERE ") + where.join(QStringLiteral(" AND "))));
+                  .arg(QLatin1String(filter.images ? kColumns : kListColumns), where.isEmpty() ? QString() : QStringLiteral(" WHERE ") + where.join(QStringLiteral(" AND "))));
     for (const QVariant& value : values)
         q.addBindValue(value);
     QList<HistoryEntry> found;

@@ -16,6 +16,8 @@ struct HistoryFilter {
     int address = -1;
     QDateTime since;
     std::optional<EntryKind> kind;
+    // Each entry's image too; without, only its SHA-256 (a list reads fast).
+    bool images = true;
 };
 
 // The history in a database, SQLite or PostgreSQL, through Qt SQL. Each

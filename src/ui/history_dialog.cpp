@@ -50,6 +50,8 @@ QString shownWord(const QString& stored, Language language)
     return stored;
 }
 
+QString localTime(const QDateTime& time) { return time.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")); }
+
 QTableWidgetItem* item(const QString& text)
 {
     auto* cell = new QTableWidgetItem(text);
@@ -59,6 +61,57 @@ QTableWidgetItem* item(const QString& text)
 
 }  // namespace
 
+// The entries as the list's rows: a model over them, so that a history of
+// a hundred thousand entries opens as fast as one of ten.
+class HistoryDialog::EntryList : public QAbstractTableModel {
+public:
+    EntryList(const QList<HistoryEntry>& entries, Language language, QObject* parent)
+        : QAbstractTableModel(parent), entries_(entries), language_(language)
+    {
+    }
+    void reset(const std::function<void()>& change)
+    {
+        beginResetModel();
+        change();
+        endResetModel();
+    }
+    int rowCount(const QModelIndex& parent = QModelIndex()) const override
+    {
+        return parent.isValid() ? 0 : static_cast<int>(entries_.size());
+    }
+    int columnCount(const QModelIndex& parent = QModelIndex()) const override
+    {
+        return parent.isValid() ? 0 : static_cast<int>(std::size(texts::history::kColumns));
+    }
+    QVariant data(const QModelIndex& index, int role) const override
+    {
+        if (role != Qt::DisplayRole || !index.isValid())
+            return QVariant();
+        const HistoryEntry& e = entries_.at(index.row());
+        switch (index.column()) {
+        case 0: return QString::number(e.id);
+        case 1: return localTime(e.time);
+        case 2: return shownWord(kindName(e.kind), language_);
+        case 3: return e.line;
+        case 4: return e.address < 0 ? QString() : QString::number(e.address);
+        case 5: return shownWord(e.outcome, language_);
+        case 6: return e.workstation;
+        case 7: return e.user;
+        default: return e.detail;
+        }
+    }
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override
+    {
+        if (orientation == Qt::Horizontal && role == Qt::DisplayRole)
+            return pick(texts::history::kColumns[section], language_);
+        return QAbstractTableModel::headerData(section, orientation, role);
+    }
+
+private:
+    const QList<HistoryEntry>& entries_;
+    Language language_;
+};
+
 HistoryDialog::HistoryDialog(const HistoryTarget& target, const SetupState& state, FileChooser& files, QWidget* parent)
     : QDialog(parent)
     , state_(state)
@@ -66,7 +119,8 @@ HistoryDialog::HistoryDialog(const HistoryTarget& target, const SetupState& stat
     , kinds_(new QComboBox)
     , sinceOn_(new QCheckBox(pick(texts::history::kSinceLabel, language())))
     , since_(new QDateEdit(QDate::currentDate().addMonths(-1)))
-    , list_(new QTableWidget)
+    , list_(new QTableView)
+    , entryList_(new EntryList(shown_, languageOf(state.languageMode), this))
     , comparing_(new QLabel)
     , information_(new QTableWidget)
     , channels_(new CellGrid(QStringLiteral("historyChannels"), pick(texts::history::kPartChannels, language())))
@@ -101,12 +155,12 @@ HistoryDialog::HistoryDialog(const HistoryTarget& target, const SetupState& stat
 
     list_->setObjectName(QStringLiteral("lstHistory"));
     list_->setAccessibleName(pick(kEntriesName, language()));
-    list_->setColumnCount(static_cast<int>(std::size(kColumns)));
-    QStringList headings;
-    for (const Text& heading : kColumns)
-        headings << pick(heading, language());
-    list_->setHorizontalHeaderLabels(headings);
+    list_->setModel(entryList_);
     list_->verticalHeader()->hide();
+    // Rows as tall as a line, and widths from the first rows only.
+    list_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    list_->verticalHeader()->setDefaultSectionSize(list_->fontMetrics().height() + 8);
+    list_->horizontalHeader()->setResizeContentsPrecision(50);
     list_->setSelectionBehavior(QAbstractItemView::SelectRows);
     list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list_->horizontalHeader()->setStretchLastSection(true);
@@ -167,8 +221,7 @@ void HistoryDialog::say(const QString& text) { comparing_->setText(text); }
 
 void HistoryDialog::refresh()
 {
-    shown_.clear();
-    list_->setRowCount(0);
+    entryList_->reset([this] { shown_.clear(); });
     if (!store_.isOpen()) {
         say(pick(texts::history::kUnavailable, language()).arg(unavailable_));
         return;
@@ -180,28 +233,21 @@ void HistoryDialog::refresh()
         filter.kind = static_cast<EntryKind>(kinds_->currentData().toInt());
     if (sinceOn_->isChecked())
         filter.since = since_->date().startOfDay();
+    filter.images = false;
     QString error;
-    shown_ = store_.find(filter, &error);
+    entryList_->reset([&] { shown_ = store_.find(filter, &error); });
     if (!error.isEmpty())
         say(pick(texts::history::kUnavailable, language()).arg(error));
-    list_->setRowCount(static_cast<int>(shown_.size()));
-    for (int row = 0; row < shown_.size(); ++row) {
-        const HistoryEntry& e = shown_[row];
-        const QStringList cells{QString::number(e.id), e.time.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")),
-                                shownWord(kindName(e.kind), language()), e.line,
-                                e.address < 0 ? QString() : QString::number(e.address), shownWord(e.outcome, language()),
-                                e.workstation, e.user, e.detail};
-        for (int column = 0; column < cells.size(); ++column)
-            list_->setItem(row, column, item(cells[column]));
-    }
     list_->resizeColumnsToContents();
 }
 
-QList<HistoryEntry> HistoryDialog::chosen() const
+QList<HistoryEntry> HistoryDialog::chosen()
 {
     QList<HistoryEntry> entries;
+    QString error;
     for (const QModelIndex& row : list_->selectionModel()->selectedRows())
-        entries << shown_.at(row.row());
+        if (const std::optional<HistoryEntry> entry = store_.entry(shown_.at(row.row()).id, &error))
+            entries << *entry;
     // The older first, as A.
     std::sort(entries.begin(), entries.end(), [](const HistoryEntry& a, const HistoryEntry& b) { return a.id < b.id; });
     return entries;
@@ -211,7 +257,7 @@ QString HistoryDialog::nameOf(const HistoryEntry& entry) const
 {
     return pick(texts::history::kEntryName, language())
         .arg(entry.id)
-        .arg(shownWord(kindName(entry.kind), language()), entry.time.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm")));
+        .arg(shownWord(kindName(entry.kind), language()), localTime(entry.time));
 }
 
 void HistoryDialog::compareChosen()

@@ -11,6 +11,7 @@ class QCheckBox;
 class QComboBox;
 class QDateEdit;
 class QLabel;
+class QTableView;
 class QTableWidget;
 
 namespace velmor {
@@ -28,7 +29,7 @@ class HistoryDialog : public QDialog {
 public:
     HistoryDialog(const HistoryTarget& target, const SetupState& state, FileChooser& files, QWidget* parent);
 
-    // The entries shown, newest first.
+    // The entries shown, newest first, without their images.
     const QList<HistoryEntry>& entries() const { return shown_; }
     // The list filled anew by the filters.
     void refresh();
@@ -42,7 +43,8 @@ signals:
 
 private:
     Language language() const { return languageOf(state_.languageMode); }
-    QList<HistoryEntry> chosen() const;
+    // The chosen entries with their images, the older first.
+    QList<HistoryEntry> chosen();
     QString nameOf(const HistoryEntry& entry) const;
     void compare(const ModuleRecord& a, const QString& aName, const ModuleRecord& b, const QString& bName);
     void say(const QString& text);
@@ -55,7 +57,9 @@ private:
     QComboBox* kinds_;
     QCheckBox* sinceOn_;
     QDateEdit* since_;
-    QTableWidget* list_;
+    QTableView* list_;
+    class EntryList;
+    EntryList* entryList_;
     QLabel* comparing_;
     QTableWidget* information_;
     CellGrid* channels_;

@@ -5,6 +5,7 @@
 #include "config/image_layout.h"
 #include "history/history_store.h"
 #include "support/sim_process.h"
+#include "support/small_disk.h"
 #include "../history/history_reading.h"
 #include "../history/postgres_cluster.h"
 
@@ -46,6 +47,8 @@ private slots:
     void noHistoryWritesNothingAndABadStoreIsAUsageError();
     void anUnreachableStoreNeverFailsACommandAndIsToldOnce();
     void aSharedPostgresHistoryIsSeenByAnotherWorkstation();
+    void fiftyReadsOnAFullDiskAllSucceedAndArriveLater();
+    void diffOfAPortThatWillNotOpenOrAFileThatCannotBeReadExitsThreeOrFour();
 };
 
 void CliHistoryTest::everyFlowAndFileIsKept()
@@ -319,6 +322,52 @@ void CliHistoryTest::aSharedPostgresHistoryIsSeenByAnotherWorkstation()
     QCOMPARE(list.size(), 1);
     QCOMPARE(list[0].toObject().value(QStringLiteral("model")).toString(), QStringLiteral("TM-B8"));
     QCOMPARE(list[0].toObject().value(QStringLiteral("address")).toInt(), 2);
+}
+
+void CliHistoryTest::fiftyReadsOnAFullDiskAllSucceedAndArriveLater()
+{
+    SmallDisk disk(2 * 1024 * 1024);  // room for the fifty entries once freed
+    QVERIFY(disk.isValid());
+    if (!disk.mounted())
+        QSKIP(qPrintable(QStringLiteral("needs a full disk of its own: %1").arg(disk.how())));
+    disk.fill(0);
+    SimProcess sim;
+    // Fifty reads' traffic would fill the trace's pipe: no trace.
+    QVERIFY(sim.start(simArguments({QStringLiteral("1:TM-C16")}, {QStringLiteral("--log"), QStringLiteral("/dev/null")})));
+    QTemporaryDir data;
+    qputenv("XDG_DATA_HOME", data.path().toLocal8Bit());
+    const QString store = disk.filePath(QStringLiteral("history.sqlite"));
+    const QStringList read{QStringLiteral("--history"), store, QStringLiteral("read"), QStringLiteral("--port"),
+                           sim.portName(), QStringLiteral("--address"), QStringLiteral("1")};
+    int told = 0;
+    for (int i = 0; i < 50; ++i) {
+        const CliResult result = runCli(read, sim.portsDir());
+        QVERIFY2(result.exitCode == 0, qPrintable(QStringLiteral("read %1: %2").arg(i).arg(result.errText())));
+        told += result.errText().startsWith(QStringLiteral("The history store cannot be written ("));
+        QVERIFY2(result.errText().isEmpty() || i == 0, qPrintable(result.errText()));
+    }
+    QCOMPARE(told, 1);
+
+    QVERIFY(QFile::remove(disk.filePath(QStringLiteral("filler"))));  // room again
+    QCOMPARE(runCli(read, sim.portsDir()).exitCode, 0);
+    QCOMPARE(entriesIn(store).size(), 51);
+    QVERIFY(!QFile::exists(data.filePath(QStringLiteral("velmor/history-queue.jsonl"))));
+    qunsetenv("XDG_DATA_HOME");
+}
+
+void CliHistoryTest::diffOfAPortThatWillNotOpenOrAFileThatCannotBeReadExitsThreeOrFour()
+{
+    QTemporaryDir dir;
+    const CliResult noPort = runCli({QStringLiteral("--no-history"), QStringLiteral("diff"), QStringLiteral("live:SIM9:1"),
+                                     dir.filePath(QStringLiteral("a.cfg"))});
+    QCOMPARE(noPort.exitCode, 3);
+    const CliResult noFile = runCli({QStringLiteral("--no-history"), QStringLiteral("diff"),
+                                     dir.filePath(QStringLiteral("missing.cfg")), dir.filePath(QStringLiteral("b.cfg"))});
+    QCOMPARE(noFile.exitCode, 4);
+    const CliResult off = runCli({QStringLiteral("--no-history"), QStringLiteral("diff"), QStringLiteral("history:1"),
+                                  dir.filePath(QStringLiteral("b.cfg"))});
+    QCOMPARE(off.exitCode, 2);
+    QCOMPARE(off.errText(), QStringLiteral("The history is off (--no-history or VELMOR_HISTORY=off)."));
 }
 
 QTEST_MAIN(CliHistoryTest)

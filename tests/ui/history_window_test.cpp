@@ -9,7 +9,7 @@
 #include <QCheckBox>
 #include <QDateEdit>
 #include <QLabel>
-#include <QTableWidget>
+#include <QTableView>
 
 using namespace velmor;
 using namespace velmor::testing;
@@ -43,7 +43,7 @@ struct HistoryRig {
 // Chooses rows of the list as the operator does, Ctrl held for the second.
 void chooseRows(HistoryDialog* dialog, const QList<int>& rows)
 {
-    auto* list = child<QTableWidget>(*dialog, "lstHistory");
+    auto* list = child<QTableView>(*dialog, "lstHistory");
     list->clearSelection();
     for (int row : rows) {
         const QRect cell = list->visualRect(list->model()->index(row, 1));
@@ -97,9 +97,9 @@ void HistoryWindowTest::theShownModulesEntriesComeNewestFirstAndFiltered()
     QCOMPARE(kindsOf(dialog->entries()), (QStringList{"read", "write", "read"}));
     for (const HistoryEntry& e : dialog->entries())
         QCOMPARE(e.moduleNumber, h.line.memory(1).moduleNumber);
-    auto* list = child<QTableWidget>(*dialog, "lstHistory");
-    QCOMPARE(list->rowCount(), 3);
-    QCOMPARE(list->item(0, 2)->text(), QStringLiteral("read"));
+    auto* list = child<QTableView>(*dialog, "lstHistory");
+    QCOMPARE(list->model()->rowCount(), 3);
+    QCOMPARE(list->model()->index(0, 2).data().toString(), QStringLiteral("read"));
 
     auto* kinds = child<QComboBox>(*dialog, "cmbHistoryKind");
     kinds->setCurrentIndex(kinds->findText(QStringLiteral("write")));

@@ -10,6 +10,8 @@
 #include <QSqlRecord>
 #include <QUuid>
 
+#include <limits>
+
 namespace velmor {
 namespace {
 
@@ -84,7 +86,7 @@ void HistoryStore::close()
 
 bool HistoryStore::isOpen() const { return db_.isOpen(); }
 
-bool HistoryStore::open(const HistoryTarget& target, QString* error, QString* movedAside)
+bool HistoryStore::open(const HistoryTarget& target, QString* error, QString* movedAside, bool checked)
 {
     close();
     switch (target.kind) {
@@ -96,7 +98,7 @@ bool HistoryStore::open(const HistoryTarget& target, QString* error, QString* mo
     case HistoryTarget::Kind::SQLite:
         if (!openSqlite(target.path, error))
             return false;
-        if (!sqliteWhole(db_)) {
+        if (checked && !sqliteWhole(db_)) {
             // Kept for whoever wants to look into it; never written over.
             close();
             const QString aside = target.path + QStringLiteral(".damaged-")
@@ -196,8 +198,10 @@ QList<HistoryEntry> HistoryStore::find(const HistoryFilter& filter, QString* err
     if (filter.kind)
         ask("kind = ?", kindName(*filter.kind));
     QSqlQuery q(db_);
-    q.prepare(QStringLiteral("SELECT %1 FROM entries%2 ORDER BY time_utc DESC, id DESC")
-                  .arg(QLatin1String(filter.images ? kColumns : kListColumns), where.isEmpty() ? QString() : QStringLiteral(" WHERE ") + where.join(QStringLiteral(" AND "))));
+    q.prepare(QStringLiteral("SELECT %1 FROM entries%2 ORDER BY time_utc DESC, id DESC LIMIT %3 OFFSET %4")
+                  .arg(QLatin1String(filter.images ? kColumns : kListColumns), where.isEmpty() ? QString() : QStringLiteral(" WHERE ") + where.join(QStringLiteral(" AND ")))
+                  .arg(filter.limit < 0 ? std::numeric_limits<int>::max() : filter.limit)
+                  .arg(filter.offset));
     for (const QVariant& value : values)
         q.addBindValue(value);
     QList<HistoryEntry> found;

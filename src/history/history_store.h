@@ -18,6 +18,10 @@ struct HistoryFilter {
     std::optional<EntryKind> kind;
     // Each entry's image too; without, only its SHA-256 (a list reads fast).
     bool images = true;
+    // A page of the entries: `limit` of them (all when negative) after the
+    // first `offset`.
+    int limit = -1;
+    int offset = 0;
 };
 
 // The history in a database, SQLite or PostgreSQL, through Qt SQL. Each
@@ -33,8 +37,10 @@ public:
     // Opens the store and brings its tables up to date. An SQLite file that
     // fails its integrity check, or is no database, is moved aside (its new
     // name in `movedAside`) and a new one started; false with `error` when
-    // the store cannot be used.
-    bool open(const HistoryTarget& target, QString* error, QString* movedAside = nullptr);
+    // the store cannot be used. A store opened only to be read (`checked`
+    // false) skips the check, which reads the whole file: the program that
+    // writes the history checks it.
+    bool open(const HistoryTarget& target, QString* error, QString* movedAside = nullptr, bool checked = true);
     bool isOpen() const;
     void close();
 

@@ -61,19 +61,44 @@ QTableWidgetItem* item(const QString& text)
 
 }  // namespace
 
-// The entries as the list's rows: a model over them, so that a history of
-// a hundred thousand entries opens as fast as one of ten.
+// The entries as the list's rows, a page at a time as the list scrolls to
+// them, so that a history of a hundred thousand entries opens as fast as
+// one of ten.
 class HistoryDialog::EntryList : public QAbstractTableModel {
 public:
-    EntryList(const QList<HistoryEntry>& entries, Language language, QObject* parent)
-        : QAbstractTableModel(parent), entries_(entries), language_(language)
+    static constexpr int kPage = 500;
+
+    EntryList(QList<HistoryEntry>& entries, HistoryStore& store, Language language, QObject* parent)
+        : QAbstractTableModel(parent), entries_(entries), store_(store), language_(language)
     {
     }
-    void reset(const std::function<void()>& change)
+    // The first page of the entries the filter asks; false with `error`.
+    bool show(const HistoryFilter& filter, QString* error)
     {
         beginResetModel();
-        change();
+        filter_ = filter;
+        filter_.images = false;
+        filter_.limit = kPage;
+        filter_.offset = 0;
+        entries_ = store_.isOpen() ? store_.find(filter_, error) : QList<HistoryEntry>();
+        more_ = entries_.size() == kPage;
         endResetModel();
+        return error->isEmpty();
+    }
+    bool canFetchMore(const QModelIndex& parent) const override { return !parent.isValid() && more_; }
+    void fetchMore(const QModelIndex& parent) override
+    {
+        if (parent.isValid() || !more_)
+            return;
+        filter_.offset = static_cast<int>(entries_.size());
+        QString error;
+        const QList<HistoryEntry> page = store_.find(filter_, &error);
+        more_ = page.size() == kPage;
+        if (page.isEmpty())
+            return;
+        beginInsertRows(QModelIndex(), static_cast<int>(entries_.size()), static_cast<int>(entries_.size() + page.size() - 1));
+        entries_ += page;
+        endInsertRows();
     }
     int rowCount(const QModelIndex& parent = QModelIndex()) const override
     {
@@ -108,8 +133,11 @@ public:
     }
 
 private:
-    const QList<HistoryEntry>& entries_;
+    QList<HistoryEntry>& entries_;
+    HistoryStore& store_;
     Language language_;
+    HistoryFilter filter_;
+    bool more_ = false;
 };
 
 HistoryDialog::HistoryDialog(const HistoryTarget& target, const SetupState& state, FileChooser& files, QWidget* parent)
@@ -120,7 +148,7 @@ HistoryDialog::HistoryDialog(const HistoryTarget& target, const SetupState& stat
     , sinceOn_(new QCheckBox(pick(texts::history::kSinceLabel, language())))
     , since_(new QDateEdit(QDate::currentDate().addMonths(-1)))
     , list_(new QTableView)
-    , entryList_(new EntryList(shown_, languageOf(state.languageMode), this))
+    , entryList_(new EntryList(shown_, store_, languageOf(state.languageMode), this))
     , comparing_(new QLabel)
     , information_(new QTableWidget)
     , channels_(new CellGrid(QStringLiteral("historyChannels"), pick(texts::history::kPartChannels, language())))
@@ -132,7 +160,8 @@ HistoryDialog::HistoryDialog(const HistoryTarget& target, const SetupState& stat
     const ModuleRecord& module = state.current();
     setWindowTitle(pick(kHistoryTitle, language())
                        .arg(pick(kModuleName, language()).arg(trimmedText(module.modelName)).arg(module.moduleNumber)));
-    store_.open(target, &unavailable_);
+    // Only read here: the window's history keeper checks the file when it opens it.
+    store_.open(target, &unavailable_, nullptr, false);
 
     kinds_->setObjectName(QStringLiteral("cmbHistoryKind"));
     kinds_->addItem(pick(kAllKinds, language()));
@@ -221,7 +250,6 @@ void HistoryDialog::say(const QString& text) { comparing_->setText(text); }
 
 void HistoryDialog::refresh()
 {
-    entryList_->reset([this] { shown_.clear(); });
     if (!store_.isOpen()) {
         say(pick(texts::history::kUnavailable, language()).arg(unavailable_));
         return;
@@ -233,10 +261,8 @@ void HistoryDialog::refresh()
         filter.kind = static_cast<EntryKind>(kinds_->currentData().toInt());
     if (sinceOn_->isChecked())
         filter.since = since_->date().startOfDay();
-    filter.images = false;
     QString error;
-    entryList_->reset([&] { shown_ = store_.find(filter, &error); });
-    if (!error.isEmpty())
+    if (!entryList_->show(filter, &error))
         say(pick(texts::history::kUnavailable, language()).arg(error));
     list_->resizeColumnsToContents();
 }

@@ -29,7 +29,8 @@ class HistoryDialog : public QDialog {
 public:
     HistoryDialog(const HistoryTarget& target, const SetupState& state, FileChooser& files, QWidget* parent);
 
-    // The entries shown, newest first, without their images.
+    // The entries listed so far (a page more as the list scrolls), newest
+    // first, without their images.
     const QList<HistoryEntry>& entries() const { return shown_; }
     // The list filled anew by the filters.
     void refresh();

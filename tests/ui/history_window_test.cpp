@@ -72,6 +72,7 @@ private slots:
     void twoEntriesAreComparedWithTheirCellsMarked();
     void restoreWritesOnlyTheGroupsThatDifferAfterAConfirmation();
     void anEntryOfAnotherModelIsNotRestored();
+    void aLongHistoryIsListedAPageAtATimeAsTheListScrolls();
 };
 
 void HistoryWindowTest::ctrlHOpensTheHistory()
@@ -180,6 +181,32 @@ void HistoryWindowTest::anEntryOfAnotherModelIsNotRestored()
     QVERIFY(h.line.requests().isEmpty());
     QCOMPARE(h.rig.dialogs.messages.last().second,
              QStringLiteral("Entry %1 is a setup of a TM-C16 and the module is a TM-B8: nothing was written.").arg(other.id));
+}
+
+void HistoryWindowTest::aLongHistoryIsListedAPageAtATimeAsTheListScrolls()
+{
+    HistoryRig h({{1, kTmB8}});
+    h.read(1);
+    h.rig.window.settleHistory();
+    const ModuleRecord module = h.rig.window.state().current();
+    {
+        HistoryStore store;
+        QString error;
+        QVERIFY(store.open(*historyTargetNamed(h.rig.folder.filePath(QStringLiteral("history.sqlite"))), &error));
+        for (int i = 0; i < 1100; ++i) {
+            HistoryEntry entry = entryNow(EntryKind::Write, &module, QStringLiteral("SIM1"), 1);
+            QVERIFY(store.add(entry, &error));
+        }
+    }
+    HistoryDialog* dialog = h.openHistory();
+    QVERIFY(dialog);
+    QCOMPARE(dialog->entries().size(), 500);
+    auto* list = child<QTableView>(*dialog, "lstHistory");
+    for (qsizetype listed : {1000, 1101}) {
+        list->scrollToBottom();
+        QTRY_COMPARE(dialog->entries().size(), listed);
+    }
+    QCOMPARE(dialog->entries().last().kind, EntryKind::Read);  // the oldest, listed last
 }
 
 QTEST_MAIN(HistoryWindowTest)

@@ -3,6 +3,9 @@
 #include "edit/setup_differences.h"
 #include "edit_testkit.h"
 #include "model/reference.h"
+#include "sim/sim_values.h"
+
+#include <set>
 
 #include <QTest>
 
@@ -31,6 +34,8 @@ private slots:
     void aCellOnlyOneLayoutHasReadsEmptyInTheOther();
     void thePartsComeInPanelOrder();
     void aWriteSendsEachGroupOfADifferenceOnceAndNoReferenceColumn();
+    void everyCellThatReadsOtherwiseIsADifference_data();
+    void everyCellThatReadsOtherwiseIsADifference();
 };
 
 void SetupDifferencesTest::aSetupIsTheSameAsItself()
@@ -162,6 +167,57 @@ void SetupDifferencesTest::aWriteSendsEachGroupOfADifferenceOnceAndNoReferenceCo
              (QList<WriteGroup>{{SetupPart::Information, 0}, {SetupPart::Channels, 1}, {SetupPart::Adjust, 1},
                                 {SetupPart::Calibration, 3}}));
     QVERIFY(groupsToSend(differences(from, from)).isEmpty());
+}
+
+void SetupDifferencesTest::everyCellThatReadsOtherwiseIsADifference_data()
+{
+    QTest::addColumn<int>("model");
+    QTest::addColumn<Language>("language");
+    for (int model = 0; model < kModelCount; ++model)
+        for (Language language : {Language::Chinese, Language::English})
+            QTest::addRow("%s %s", qPrintable(QString::fromUtf16(kModels[model].name)), language == Language::Chinese ? "zh" : "en")
+                << model << language;
+}
+
+// Two modules of the same model as two simulated lines would hold them:
+// nearly every field differs. Each cell of each grid and each information
+// row whose text differs is one difference, named by its row and heading,
+// with both texts as the grids show them; no other cell is.
+void SetupDifferencesTest::everyCellThatReadsOtherwiseIsADifference()
+{
+    QFETCH(int, model);
+    QFETCH(Language, language);
+    const ModuleRecord from = sim::simulatedModule(1, model, 1);
+    const ModuleRecord to = sim::simulatedModule(1, model, 2);
+    std::set<std::tuple<int, int, int>> found;
+    for (const CellDifference& d : setupDifferences(from, to, kAllChosen, language))
+        found.insert({static_cast<int>(d.part), d.row, d.column});
+    std::set<std::tuple<int, int, int>> expected;
+    const QList<InfoCell> infoFrom = moduleInfoCells(from, QString(), language);
+    const QList<InfoCell> infoTo = moduleInfoCells(to, QString(), language);
+    for (int row = 0; row < infoTo.size(); ++row)
+        if (infoFrom[row].value != infoTo[row].value)
+            expected.insert({static_cast<int>(SetupPart::Information), row, 0});
+    const std::pair<SetupPart, std::pair<GridCells, GridCells>> grids[] = {
+        {SetupPart::Channels, {channelGridCells(from, language, kAllChosen), channelGridCells(to, language, kAllChosen)}},
+        {SetupPart::Adjust, {adjustGridCells(from, language), adjustGridCells(to, language)}},
+        {SetupPart::Calibration, {calibrationGridCells(from, language), calibrationGridCells(to, language)}},
+    };
+    for (const auto& [part, cells] : grids)
+        for (int row = 0; row < cells.second.rows.size(); ++row)
+            for (int column = 1; column < cells.second.rows[row].size(); ++column)
+                if (cells.first.rows.value(row).value(column) != cells.second.rows[row][column])
+                    expected.insert({static_cast<int>(part), row + 1, column});
+    QVERIFY(expected.size() > 20u);
+    QCOMPARE(found, expected);
+    for (const CellDifference& d : setupDifferences(from, to, kAllChosen, language)) {
+        if (d.part != SetupPart::Channels)
+            continue;
+        QCOMPARE(d.before, channelCellText(from, d.row - 1, d.column, kAllChosen, language));
+        QCOMPARE(d.after, channelCellText(to, d.row - 1, d.column, kAllChosen, language));
+        QCOMPARE(d.name, channelGridCells(to, language, kAllChosen).rows[d.row - 1][0] + QLatin1Char(' ')
+                             + channelGridCells(to, language, kAllChosen).headings[d.column].replace(QLatin1Char('\n'), QLatin1Char(' ')));
+    }
 }
 
 QTEST_MAIN(SetupDifferencesTest)

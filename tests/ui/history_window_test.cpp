@@ -4,6 +4,7 @@
 #include "grid_hands.h"
 #include "history_reading.h"
 #include "model/models.h"
+#include "edit/grid_cells.h"
 #include "ui/history_dialog.h"
 
 #include <QCheckBox>
@@ -88,18 +89,22 @@ void HistoryWindowTest::ctrlHOpensTheHistory()
 
 void HistoryWindowTest::theShownModulesEntriesComeNewestFirstAndFiltered()
 {
+    // A session: a search, a write, a save, a read of another module and of this one.
     HistoryRig h({{1, kTmB8}, {2, kTmC16}});
-    h.read(1);
+    QTest::mouseClick(child<QPushButton>(h.rig.window, "cmdSearch"), Qt::LeftButton);
+    QCOMPARE(h.rig.window.state().current().busAddress, 1);
     changeGainAndSend(h.rig.window, 1);
+    h.rig.files.saveAnswer = h.rig.folder.filePath(QStringLiteral("b8.cfg"));
+    h.rig.window.MnuFile_SaveAs_Click();
     h.read(2);
     h.read(1);
     HistoryDialog* dialog = h.openHistory();
     QVERIFY(dialog && dialog->isVisible());
-    QCOMPARE(kindsOf(dialog->entries()), (QStringList{"read", "write", "read"}));
+    QCOMPARE(kindsOf(dialog->entries()), (QStringList{"read", "save", "write", "read"}));
     for (const HistoryEntry& e : dialog->entries())
         QCOMPARE(e.moduleNumber, h.line.memory(1).moduleNumber);
     auto* list = child<QTableView>(*dialog, "lstHistory");
-    QCOMPARE(list->model()->rowCount(), 3);
+    QCOMPARE(list->model()->rowCount(), 4);
     QCOMPARE(list->model()->index(0, 2).data().toString(), QStringLiteral("read"));
 
     auto* kinds = child<QComboBox>(*dialog, "cmbHistoryKind");
@@ -161,6 +166,10 @@ void HistoryWindowTest::restoreWritesOnlyTheGroupsThatDifferAfterAConfirmation()
     // Two groups went, nothing else.
     QCOMPARE(h.line.requests().size(), 2);
     QCOMPARE(h.line.memory(1).channels, first.channels);
+    // Read again, the grid shows the restored values.
+    QTest::mouseClick(child<QPushButton>(h.rig.window, "cmdFrame3Receive"), Qt::LeftButton);
+    QCOMPARE(child<CellGrid>(h.rig.window, "MSHGridOperate")->cellModel()->cells(),
+             channelGridCells(first, Language::English, h.rig.window.state().currentMask()));
 }
 
 void HistoryWindowTest::anEntryOfAnotherModelIsNotRestored()

@@ -12,6 +12,8 @@
 #include <QDateEdit>
 #include <QDialogButtonBox>
 #include <QFileInfo>
+#include <QGuiApplication>
+#include <QScreen>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -225,7 +227,10 @@ HistoryDialog::HistoryDialog(const HistoryTarget& target, const SetupState& stat
     trims->addWidget(adjust_);
     trims->addWidget(calibration_);
     layout->addLayout(trims, 2);
-    resize(1100, 760);
+    // Room for the grids, never more than the screen has.
+    const QScreen* screen = parent ? parent->screen() : QGuiApplication::primaryScreen();
+    const QRect room = screen ? screen->availableGeometry() : QRect(0, 0, 1100, 760);
+    resize(QSize(1100, 760).boundedTo(QSize(room.width() * 9 / 10, room.height() * 9 / 10)));
 
     connect(kinds_, &QComboBox::currentIndexChanged, this, &HistoryDialog::refresh);
     connect(sinceOn_, &QCheckBox::toggled, since_, &QWidget::setEnabled);

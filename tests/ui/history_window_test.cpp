@@ -8,6 +8,7 @@
 #include "ui/history_dialog.h"
 
 #include <QCheckBox>
+#include <QScreen>
 #include <QDateEdit>
 #include <QLabel>
 #include <QTableView>
@@ -85,6 +86,8 @@ void HistoryWindowTest::ctrlHOpensTheHistory()
     auto* dialog = h.rig.window.findChild<HistoryDialog*>();
     QVERIFY(dialog && dialog->isVisible());
     QVERIFY(dialog->entries().isEmpty());
+    // Never larger than the screen it opens on.
+    QVERIFY(dialog->screen()->availableGeometry().size().expandedTo(dialog->size()) == dialog->screen()->availableGeometry().size());
 }
 
 void HistoryWindowTest::theShownModulesEntriesComeNewestFirstAndFiltered()

@@ -52,21 +52,14 @@ double secondsOf(const std::function<void()>& work)
 // Whole reads with and without their entry recorded after them, alternating.
 void readWithAndWithout(const QString& device, const HistoryTarget& target, const QString& queue)
 {
-    SetupState state;
-    state.reset();
-    ComPort port;
-    port.setPorts({PortEntry{device, 1, device}});
-    PrintedDialogs dialogs;
-    Operations operations(state, port, dialogs);
-    state.current().portNumber = 1;
-    state.current().busAddress = 1;
+    LineFlows line(device);
     HistoryRecorder recorder(target, queue);
     QList<double> without, with;
     for (int run = 0; run < kReads; ++run) {
-        without << secondsOf([&] { operations.readEverything(); });
+        without << secondsOf([&] { line.operations.readEverything(); });
         with << secondsOf([&] {
-            operations.readEverything();
-            recorder.record(entryNow(EntryKind::Read, &state.current(), device, 1));
+            line.operations.readEverything();
+            recorder.record(entryNow(EntryKind::Read, &line.state.current(), device, 1));
         });
     }
     std::printf("  whole read %.3f s, with its entry recorded %.3f s: ratio %.4f (target at most 1.01)\n",

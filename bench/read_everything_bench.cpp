@@ -25,16 +25,9 @@ constexpr double kTarget = 1.05;
 // Whole reads over the line `device`; false when one failed.
 bool readOver(const char* route, const QString& device)
 {
-    SetupState state;
-    state.reset();
-    ComPort port;
-    port.setPorts({PortEntry{device, 1, device}});
-    PrintedDialogs dialogs;
-    Operations operations(state, port, dialogs);
-    state.current().portNumber = 1;
-    state.current().busAddress = 1;
+    LineFlows line(device);
     std::printf("\n%s: %s\n", route, qPrintable(device));
-    return printWholeReadRuns(kRuns, kTarget, [&] { return operations.readEverything(); });
+    return printWholeReadRuns(kRuns, kTarget, [&] { return line.operations.readEverything(); });
 }
 
 }  // namespace

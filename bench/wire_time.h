@@ -3,7 +3,7 @@
 // What the benchmarks share: the ideal wire time of a whole read at 4800 baud
 // 8N1, the process's CPU time, and message boxes that go to standard error.
 
-#include "link/operator_dialogs.h"
+#include "link/operations.h"
 
 #include <QElapsedTimer>
 
@@ -35,6 +35,21 @@ public:
     }
     bool confirm(const QString&, const QString&) override { return false; }
     int shown = 0;
+};
+
+// The flows over one line, `device`, its module at address 1 current.
+struct LineFlows {
+    explicit LineFlows(const QString& device)
+    {
+        state.reset();
+        port.setPorts({PortEntry{device, 1, device}});
+        state.current().portNumber = 1;
+        state.current().busAddress = 1;
+    }
+    SetupState state;
+    ComPort port;
+    PrintedDialogs dialogs;
+    Operations operations{state, port, dialogs};
 };
 
 // Runs a whole read `runs` times and prints each run's elapsed time over the

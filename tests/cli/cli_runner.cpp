@@ -60,10 +60,4 @@ ModuleRecord recordOf(const QJsonObject& json)
     return record;
 }
 
-QByteArray fileBytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 }  // namespace velmor::testing

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/module_table.h"
+#include "support/file_bytes.h"
 
 #include <QByteArray>
 #include <QJsonObject>
@@ -38,7 +39,5 @@ CliResult runCli(const QStringList& arguments, const QString& portsDir = {},
 
 // A record from velmor-cli's JSON, on top of the defaults.
 ModuleRecord recordOf(const QJsonObject& json);
-// A file's bytes, empty when it cannot be read.
-QByteArray fileBytes(const QString& path);
 
 }  // namespace velmor::testing

@@ -4,6 +4,7 @@
 #include "config/config_file.h"
 #include "config/config_image.h"
 #include "sim/sim_values.h"
+#include "support/file_bytes.h"
 #include "window_rig.h"
 
 #include <QComboBox>
@@ -16,12 +17,6 @@ using namespace velmor;
 using namespace velmor::testing;
 
 namespace {
-
-QByteArray fileBytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 QByteArray storedImage(const ModuleRecord& record) { return configImage(record).first(kStoredBytes); }
 

@@ -4,6 +4,7 @@
 #include "grid_hands.h"
 #include "history_reading.h"
 #include "model/models.h"
+#include "support/file_bytes.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -11,16 +12,6 @@
 
 using namespace velmor;
 using namespace velmor::testing;
-
-namespace {
-
-QByteArray bytesOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-}  // namespace
 
 class WindowHistoryTest : public QObject {
     Q_OBJECT
@@ -56,7 +47,7 @@ void WindowHistoryTest::flowsAndFilesAreKept()
     QCOMPARE(read.model, QStringLiteral("TM-B8"));
     QCOMPARE(read.moduleNumber, line.memory(1).moduleNumber);
     QCOMPARE(entries.first().detail, rig.files.saveAnswer);  // the open
-    QCOMPARE(entries.first().image, bytesOf(rig.files.saveAnswer));
+    QCOMPARE(entries.first().image, fileBytes(rig.files.saveAnswer));
 }
 
 void WindowHistoryTest::aFailedFlowIsAnEventAndASearchKeepsItsReads()

@@ -5,6 +5,7 @@
 #include "shown_text.h"
 #include "texts/cli.h"
 #include "texts/history.h"
+#include "texts/rack.h"
 #include "texts/message.h"
 
 #include <QJsonArray>
@@ -137,6 +138,7 @@ const QList<Command>& commands()
         {"report", &kReportSynopsis, &kReportSummary, declareReport, runReport},
         {"history", &texts::history::kHistorySynopsis, &texts::history::kHistorySummary, declareHistory, runHistory},
         {"diff", &texts::history::kDiffSynopsis, &texts::history::kDiffSummary, declareDiff, runDiff},
+        {"rack", &texts::rack::kRackSynopsis, &texts::rack::kRackSummary, declareRack, runRack},
     };
     return list;
 }

@@ -30,9 +30,27 @@ int runEdit(Session& session, const QCommandLineParser& parser);
 void declareHistory(QCommandLineParser& parser, Language language);
 int runHistory(Session& session, const QCommandLineParser& parser);
 void declareDiff(QCommandLineParser& parser, Language language);
+void declareRack(QCommandLineParser& parser, Language language);
+int runRack(Session& session, const QCommandLineParser& parser);
 int runDiff(Session& session, const QCommandLineParser& parser);
 
 // What the commands share across their files.
+
+// The ports a search takes (--port given, else every listed one), or an
+// exit code when one cannot be named.
+int searchedPorts(Session& session, const QCommandLineParser& parser, QList<PortEntry>& ports);
+// Every port searched at once and each module found read wholly, into the
+// session's table; messages before the search's report go to standard error.
+struct LinesRead {
+    int found = 0;
+    QList<int> unread;  // found but not read wholly
+    bool portFailed = false;
+    QString report;     // the search's closing report
+};
+LinesRead readLines(Session& session, const QList<PortEntry>& ports);
+// The search in the history: which lines, which modules; and every module it
+// read wholly, as a read.
+void recordSearch(Session& session, const QList<PortEntry>& ports, int found, const QList<int>& unread, bool portFailed);
 
 // "1,2,5-8" as a channel mask (bit c for channel c+1); false on anything else.
 bool channelMask(const QString& list, qint32& mask);

@@ -16,9 +16,7 @@
 #include <QJsonObject>
 
 namespace velmor::cli {
-namespace {
 
-// The ports the search takes, or an exit code when one cannot be named.
 int searchedPorts(Session& session, const QCommandLineParser& parser, QList<PortEntry>& ports)
 {
     ports = session.ports();
@@ -41,8 +39,6 @@ int searchedPorts(Session& session, const QCommandLineParser& parser, QList<Port
     return kExitDone;
 }
 
-// The search in the history: which lines, which modules; and every module it
-// read wholly, as a read.
 void recordSearch(Session& session, const QList<PortEntry>& ports, int found, const QList<int>& unread, bool portFailed)
 {
     QStringList lines;
@@ -58,7 +54,39 @@ void recordSearch(Session& session, const QList<PortEntry>& ports, int found, co
         session.record(entry);
 }
 
-}  // namespace
+LinesRead readLines(Session& session, const QList<PortEntry>& ports)
+{
+    LinesRead read;
+    read.report = pick(texts::message::kNoModuleFound, session.language());
+    if (ports.isEmpty()) {
+        printError(pick(texts::message::kNoComPort, session.language()));
+        return read;
+    }
+    // The closing report goes to standard output; what came before it
+    // (refused replies, ports that would not open) to standard error.
+    // Every line at once, each with its own exchange; the result is the
+    // one-by-one search's.
+    ConcurrentSearch search(session.operations(), session.dialogs());
+    QObject::connect(&search, &ConcurrentSearch::frameLogged, &session.frameLog(), &FrameLog::append);
+    QObject::connect(&search, &ConcurrentSearch::portNotOpened,
+                     [&](const PortEntry& port, OpenFailure failure, const QString& reason) {
+        read.portFailed = true;
+        session.dialogs().showMessage({}, session.portFailureText(port, failure, reason));
+    });
+    QObject::connect(&search, &ConcurrentSearch::lineBusy, [&](const PortEntry& port, const LineHolder& holder) {
+        read.portFailed = true;
+        session.dialogs().showMessage({}, Operations::lineBusyText(port.name, holder, session.language()));
+    });
+    session.dialogs().hold(true);
+    read.found = search.searchAllAtOnce(ports, ports.first().number);
+    QStringList messages = session.dialogs().takeHeld();
+    session.dialogs().hold(false);
+    read.report = messages.takeLast();
+    for (const QString& message : messages)
+        printError(message);
+    read.unread = search.unreadModules();
+    return read;
+}
 
 int runSearch(Session& session, const QCommandLineParser& parser)
 {
@@ -66,37 +94,11 @@ int runSearch(Session& session, const QCommandLineParser& parser)
     if (const int code = searchedPorts(session, parser, ports))
         return code;
 
-    int found = 0;
-    bool portFailed = false;
-    QList<int> unread;
-    QString report = pick(texts::message::kNoModuleFound, session.language());
-    if (ports.isEmpty()) {
-        printError(pick(texts::message::kNoComPort, session.language()));
-    } else {
-        // The closing report goes to standard output; what came before it
-        // (refused replies, ports that would not open) to standard error.
-        // Every line at once, each with its own exchange; the result is the
-        // one-by-one search's.
-        ConcurrentSearch search(session.operations(), session.dialogs());
-        QObject::connect(&search, &ConcurrentSearch::frameLogged, &session.frameLog(), &FrameLog::append);
-        QObject::connect(&search, &ConcurrentSearch::portNotOpened,
-                         [&](const PortEntry& port, OpenFailure failure, const QString& reason) {
-            portFailed = true;
-            session.dialogs().showMessage({}, session.portFailureText(port, failure, reason));
-        });
-        QObject::connect(&search, &ConcurrentSearch::lineBusy, [&](const PortEntry& port, const LineHolder& holder) {
-            portFailed = true;
-            session.dialogs().showMessage({}, Operations::lineBusyText(port.name, holder, session.language()));
-        });
-        session.dialogs().hold(true);
-        found = search.searchAllAtOnce(ports, ports.first().number);
-        QStringList messages = session.dialogs().takeHeld();
-        session.dialogs().hold(false);
-        report = messages.takeLast();
-        for (const QString& message : messages)
-            printError(message);
-        unread = search.unreadModules();
-    }
+    const LinesRead read = readLines(session, ports);
+    const int found = read.found;
+    const QList<int>& unread = read.unread;
+    const bool portFailed = read.portFailed;
+    const QString& report = read.report;
 
     QJsonArray modules;
     QJsonArray incomplete;

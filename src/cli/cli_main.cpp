@@ -84,7 +84,12 @@ int outputChecked(int code, Language language)
 bool needsFonts(const QStringList& arguments)
 {
     const qsizetype i = commandPosition(arguments);
-    return i < arguments.size() && arguments[i] == QLatin1String("report");
+    if (i >= arguments.size())
+        return false;
+    // A "report" anywhere after "rack" is enough: a GUI application where
+    // none was needed costs nothing, a missing one loses the PDF's fonts.
+    return arguments[i] == QLatin1String("report")
+        || (arguments[i] == QLatin1String("rack") && arguments.indexOf(QLatin1String("report"), i + 1) > i);
 }
 
 int runCli(const QStringList& arguments)

@@ -8,7 +8,7 @@ namespace velmor::cli {
 // returns the exit code.
 int runCli(const QStringList& arguments);
 
-// Whether the command in `arguments` lays out text (the report's PDF), which
+// Whether the command in `arguments` lays out text (a report's PDF), which
 // needs the fonts that only a QGuiApplication reaches.
 bool needsFonts(const QStringList& arguments);
 

@@ -2,6 +2,7 @@
 
 #include "texts/cli.h"
 #include "texts/history.h"
+#include "texts/rack.h"
 
 #include <QSet>
 
@@ -29,6 +30,7 @@ const OptionRow kOptions[] = {
     {Opt::Channels, "channels", &texts::cli::kChannelsOption, &texts::cli::kListValue},
     {Opt::ForceWrite, "force", &texts::cli::kForceWriteOption, nullptr},
     {Opt::ForceBalance, "force", &texts::cli::kForceBalanceOption, nullptr},
+    {Opt::ForceRestore, "force", &texts::rack::kForceOption, nullptr},
     {Opt::Out, "out", &texts::cli::kOutOption, &texts::cli::kReportValue},
     {Opt::OutFile, "out", &texts::history::kOutFileOption, &texts::cli::kFileValue},
     {Opt::Module, "module", &texts::history::kModuleOption, &texts::history::kNumberValue},

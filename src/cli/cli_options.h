@@ -11,7 +11,7 @@ namespace velmor::cli {
 // The options of the commands; a command declares the ones it takes. Ports is
 // --port where it may be given several times (ports, search); every other
 // option with a value takes one.
-enum class Opt { Port, Ports, Address, Save, Config, OnlyOneModule, Channels, ForceWrite, ForceBalance, Out, OutFile, Module, Since, Kind };
+enum class Opt { Port, Ports, Address, Save, Config, OnlyOneModule, Channels, ForceWrite, ForceBalance, ForceRestore, Out, OutFile, Module, Since, Kind };
 
 // The option's name as the parser knows it ("port", "force").
 QString optionName(Opt option);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/record_check.h"
+#include "link/concurrent_search.h"
 #include "session.h"
 
 #include <QCommandLineParser>
@@ -32,6 +33,7 @@ int runHistory(Session& session, const QCommandLineParser& parser);
 void declareDiff(QCommandLineParser& parser, Language language);
 void declareRack(QCommandLineParser& parser, Language language);
 int runRack(Session& session, const QCommandLineParser& parser);
+int reportRack(Session& session, const QCommandLineParser& parser, const QString& path);
 int runDiff(Session& session, const QCommandLineParser& parser);
 
 // What the commands share across their files.
@@ -42,15 +44,18 @@ int searchedPorts(Session& session, const QCommandLineParser& parser, QList<Port
 // Every port searched at once and each module found read wholly, into the
 // session's table; messages before the search's report go to standard error.
 struct LinesRead {
-    int found = 0;
+    int found = 0;      // into the table
     QList<int> unread;  // found but not read wholly
+    // Every module found, whether the table holds it or not.
+    QList<ConcurrentSearch::Found> every;
     bool portFailed = false;
     QString report;     // the search's closing report
 };
-LinesRead readLines(Session& session, const QList<PortEntry>& ports);
+// A whole rack's search is not bounded by the table (ConcurrentSearch::keepEveryModule).
+LinesRead readLines(Session& session, const QList<PortEntry>& ports, bool wholeRack = false);
 // The search in the history: which lines, which modules; and every module it
 // read wholly, as a read.
-void recordSearch(Session& session, const QList<PortEntry>& ports, int found, const QList<int>& unread, bool portFailed);
+void recordSearch(Session& session, const QList<PortEntry>& ports, const LinesRead& read);
 
 // "1,2,5-8" as a channel mask (bit c for channel c+1); false on anything else.
 bool channelMask(const QString& list, qint32& mask);

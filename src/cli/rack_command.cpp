@@ -1,15 +1,12 @@
 // velmor-cli rack: every module on every line at once, saved as a rack file,
-// or the lines checked against one. Nothing is written to any module.
+// checked against one (nothing is written), or restored to it.
 
 #include "commands.h"
 
 #include "command_steps.h"
-#include "config/config_image.h"
-#include "config/image_layout.h"
-#include "config/rack_file.h"
-#include "edit/setup_differences.h"
-#include "model/fixed_text.h"
+#include "rack/rack_restore.h"
 #include "shown_text.h"
+#include "texts/desktop.h"
 #include "texts/rack.h"
 
 #include "texts/cli.h"
@@ -21,13 +18,6 @@
 namespace velmor::cli {
 namespace {
 
-// A module of the table, as a rack names it.
-RackModule rackModuleOf(const Session& session, const ModuleRecord& module)
-{
-    return {session.portName(module.portNumber), module.busAddress, trimmedText(module.modelName), module.moduleNumber,
-            configImage(module).left(kStoredBytes)};
-}
-
 QStringList lineNames(const QList<PortEntry>& ports)
 {
     QStringList names;
@@ -36,6 +26,8 @@ QStringList lineNames(const QList<PortEntry>& ports)
     return names;
 }
 
+QString row(const QStringList& cells) { return cells.join(QLatin1Char('\t')) + QLatin1Char('\n'); }
+
 int saveRack(Session& session, const QCommandLineParser& parser, const QString& path)
 {
     if (const int refused = refuseIrregularFile(session, path))
@@ -43,21 +35,20 @@ int saveRack(Session& session, const QCommandLineParser& parser, const QString& 
     QList<PortEntry> ports;
     if (const int code = searchedPorts(session, parser, ports))
         return code;
-    const LinesRead read = readLines(session, ports);
-    recordSearch(session, ports, read.found, read.unread, read.portFailed);
+    const LinesRead read = readLines(session, ports, true);
+    recordSearch(session, ports, read);
     Rack rack{QDateTime::currentDateTimeUtc(), QStringLiteral(VELMOR_VERSION), lineNames(ports), {}};
     QString text;
-    for (int i = 0; i < read.found; ++i) {
-        const ModuleRecord& module = session.state().table[static_cast<size_t>(i)];
-        const RackModule m = rackModuleOf(session, module);
-        if (read.unread.contains(i)) {
+    bool allRead = true;
+    for (const ConcurrentSearch::Found& found : read.every) {
+        const RackModule m = rackModuleOf(found);
+        if (!found.wholly) {
+            allRead = false;
             printError(pick(texts::rack::kNotWhollyRead, session.language()).arg(shownText(m.line)).arg(m.address));
             continue;
         }
         rack.modules << m;
-        text += QStringList{shownText(m.line), QString::number(m.address), shownText(m.model), QString::number(m.moduleNumber)}
-                    .join(QLatin1Char('\t'))
-              + QLatin1Char('\n');
+        text += row({shownText(m.line), QString::number(m.address), shownText(m.model), QString::number(m.moduleNumber)});
     }
     if (const QString failure = writeRackFile(path, rack); !failure.isEmpty()) {
         printError(pick(texts::rack::kCannotWrite, session.language()).arg(shownText(path), shownText(failure)));
@@ -66,98 +57,154 @@ int saveRack(Session& session, const QCommandLineParser& parser, const QString& 
     session.printText(text);
     if (read.portFailed)
         return kExitPortFailed;
-    return read.found > 0 && read.unread.isEmpty() ? kExitDone : kExitExchangeFailed;
+    return !read.every.isEmpty() && allRead ? kExitDone : kExitExchangeFailed;
 }
 
-// One module's place in a check: what the file holds there and what answered.
-struct Checked {
-    RackModule module;  // the file's, or the live one for an extra module
-    const Text* state = nullptr;
-    QStringList cells;  // the differing cells, as the grids show them
+// The file, every field checked, then the live rack on the file's lines,
+// compared with it. Nothing is sent before the file is known good.
+struct RackChecked {
+    int exit = kExitDone;  // not done: the file was refused or a line cannot be named
+    QList<PortEntry> ports;
+    QList<CheckedModule> checked;
+    bool portFailed = false;
 };
 
-int checkRack(Session& session, const QString& path)
+RackChecked readAndCheck(Session& session, const QString& path)
 {
-    const Language language = session.language();
+    RackChecked result;
     QString error;
-    const std::optional<Rack> rack = readRackFile(path, language, &error);
+    const std::optional<Rack> rack = readRackFile(path, session.language(), &error);
     if (!rack) {
-        // Refused before anything is sent.
         printError(error);
-        return QFileInfo::exists(path) ? kExitUsage : kExitFileFailed;
+        result.exit = QFileInfo::exists(path) ? kExitUsage : kExitFileFailed;
+        return result;
     }
-    QList<PortEntry> ports;
     for (const QString& line : rack->lines) {
         PortEntry port;
-        if (!session.choosePort(line, port))
-            return unknownPort(session, line);
-        ports << port;
+        if (!session.choosePort(line, port)) {
+            result.exit = unknownPort(session, line);
+            return result;
+        }
+        result.ports << port;
     }
-    const LinesRead read = readLines(session, ports);
-    recordSearch(session, ports, read.found, read.unread, read.portFailed);
+    const LinesRead read = readLines(session, result.ports, true);
+    recordSearch(session, result.ports, read);
     QList<RackModule> live;
-    for (int i = 0; i < read.found; ++i)
-        live << rackModuleOf(session, session.state().table[static_cast<size_t>(i)]);
+    for (const ConcurrentSearch::Found& found : read.every)
+        live << rackModuleOf(found);
+    result.checked = checkRack(*rack, live, session.language());
+    result.portFailed = read.portFailed;
+    return result;
+}
 
-    QList<Checked> checked;
-    for (const RackModule& kept : rack->modules) {
-        const auto at = std::find_if(live.begin(), live.end(), [&](const RackModule& m) {
-            return m.line == kept.line && m.address == kept.address;
-        });
-        if (at == live.end()) {
-            checked.append({kept, &texts::rack::kMissing, {}});
-            continue;
-        }
-        const RackModule now = *at;
-        live.erase(at);
-        if (now.model != kept.model || now.moduleNumber != kept.moduleNumber) {
-            checked.append({now, &texts::rack::kForeign, {}});
-            continue;
-        }
-        ModuleRecord a = defaultModule(), b = defaultModule();
-        applyImage(kept.image, a);
-        applyImage(now.image, b);
-        QStringList cells;
-        for (const CellDifference& d : sentDifferences(a, b, -1, language))
-            cells << QStringLiteral("%1 %2 → %3").arg(d.name, d.before, d.after);
-        checked.append({kept, cells.isEmpty() ? &texts::rack::kSame : &texts::rack::kDifferent, cells});
-    }
-    for (const RackModule& extra : live)
-        checked.append({extra, &texts::rack::kExtra, {}});
-
-    bool allSame = true;
-    QJsonArray list;
-    QString text;
-    for (const Checked& c : checked) {
-        allSame = allSame && c.state == &texts::rack::kSame;
-        list.append(QJsonObject{{QStringLiteral("line"), c.module.line},
-                                {QStringLiteral("address"), c.module.address},
-                                {QStringLiteral("model"), c.module.model},
-                                {QStringLiteral("moduleNumber"), c.module.moduleNumber},
-                                {QStringLiteral("status"), pick(*c.state, Language::English)},
-                                {QStringLiteral("cells"), QJsonArray::fromStringList(c.cells)}});
-        text += QStringList{shownText(c.module.line), QString::number(c.module.address), shownText(c.module.model),
-                            QString::number(c.module.moduleNumber), pick(*c.state, language),
-                            shownText(c.cells.join(QStringLiteral("; ")))}
-                    .join(QLatin1Char('\t'))
-              + QLatin1Char('\n');
-    }
+// The table or its JSON, and the exit code: 0 when every module came out
+// fine, 1 when one did not, 3 when a line failed.
+int printed(Session& session, const QJsonArray& list, const QString& text, bool portFailed, bool allFine)
+{
     if (session.json())
         session.printJson(list);
     else
         session.printText(text);
-    if (read.portFailed)
+    if (portFailed)
         return kExitPortFailed;
-    return allSame ? kExitDone : kExitExchangeFailed;
+    return allFine ? kExitDone : kExitExchangeFailed;
+}
+
+QJsonObject moduleJson(const RackModule& module)
+{
+    return {{QStringLiteral("line"), module.line},
+            {QStringLiteral("address"), module.address},
+            {QStringLiteral("model"), module.model},
+            {QStringLiteral("moduleNumber"), module.moduleNumber}};
+}
+
+QStringList moduleCells(const RackModule& module)
+{
+    return {shownText(module.line), QString::number(module.address), shownText(module.model),
+            QString::number(module.moduleNumber)};
+}
+
+QStringList cellTexts(const QList<CellDifference>& cells)
+{
+    QStringList texts;
+    for (const CellDifference& d : cells)
+        texts << cellChangeText(d);
+    return texts;
+}
+
+int checkRackFile(Session& session, const QString& path)
+{
+    const Language language = session.language();
+    const RackChecked result = readAndCheck(session, path);
+    if (result.exit != kExitDone)
+        return result.exit;
+    bool allSame = true;
+    QJsonArray list;
+    QString text;
+    for (const CheckedModule& c : result.checked) {
+        allSame = allSame && c.status == RackStatus::Same;
+        const QStringList cells = cellTexts(c.cells);
+        QJsonObject o = moduleJson(c.shown());
+        o.insert(QStringLiteral("status"), pick(rackStatusText(c.status), Language::English));
+        o.insert(QStringLiteral("cells"), QJsonArray::fromStringList(cells));
+        list.append(o);
+        text += row(moduleCells(c.shown()) << pick(rackStatusText(c.status), language)
+                                           << shownText(cells.join(QStringLiteral("; "))));
+    }
+    return printed(session, list, text, result.portFailed, allSame);
+}
+
+QStringList groupTexts(const QList<WriteGroup>& groups, Language language)
+{
+    QStringList names;
+    for (const WriteGroup& group : groups)
+        names << writeGroupName(group, language);
+    return names;
+}
+
+// The rack as the file has it again: a check, then only the differing groups
+// of each module written, all lines at once, and each module written to read
+// back and compared with the file.
+int restoreRack(Session& session, const QCommandLineParser& parser, const QString& path)
+{
+    const Language language = session.language();
+    const RackChecked result = readAndCheck(session, path);
+    if (result.exit != kExitDone)
+        return result.exit;
+    const RestoreChoices choices{parser.isSet(optionName(Opt::ForceRestore)),
+                                 parser.isSet(optionName(Opt::OnlyOneModule))};
+    RackRestore restore(session.operations());
+    QObject::connect(&restore, &RackRestore::frameLogged, &session.frameLog(), &FrameLog::append);
+    const QList<RestoredModule> restored = restore.restore(result.checked, result.ports, choices, language);
+    for (const HistoryEntry& entry : restoreEntries(restored))
+        session.record(entry);
+
+    bool allDone = true;
+    QJsonArray list;
+    QString text;
+    for (const RestoredModule& m : restored) {
+        allDone = allDone && (m.outcome == RestoreOutcome::Unchanged || m.outcome == RestoreOutcome::Restored);
+        QJsonObject o = moduleJson(m.checked.shown());
+        o.insert(QStringLiteral("check"), pick(rackStatusText(m.checked.status), Language::English));
+        o.insert(QStringLiteral("outcome"), pick(restoreOutcomeText(m.outcome), Language::English));
+        o.insert(QStringLiteral("groupsSent"), QJsonArray::fromStringList(groupTexts(m.sent, Language::English)));
+        o.insert(QStringLiteral("why"), m.why);
+        list.append(o);
+        text += row(moduleCells(m.checked.shown())
+                    << pick(restoreOutcomeText(m.outcome), language)
+                    << shownText(groupTexts(m.sent, language).join(pick(texts::desktop::kNameSeparator, language)))
+                    << shownText(m.why));
+    }
+    return printed(session, list, text, result.portFailed, allDone);
 }
 
 }  // namespace
 
 void declareRack(QCommandLineParser& parser, Language language)
 {
-    parser.addPositionalArgument(QStringLiteral("save|check"), pick(texts::rack::kRackSummary, language));
+    parser.addPositionalArgument(QStringLiteral("save|check|restore|report"), pick(texts::rack::kRackSummary, language));
     parser.addPositionalArgument(pick(texts::cli::kFileValue, language), pick(texts::rack::kRackUsage, language));
-    addOptions(parser, {Opt::Ports}, language);
+    addOptions(parser, {Opt::Ports, Opt::OnlyOneModule, Opt::ForceRestore, Opt::Out}, language);
 }
 
 int runRack(Session& session, const QCommandLineParser& parser)
@@ -165,8 +212,13 @@ int runRack(Session& session, const QCommandLineParser& parser)
     const QStringList args = parser.positionalArguments();
     if (args.size() == 2 && args[0] == QLatin1String("save"))
         return saveRack(session, parser, args[1]);
+    if (args.size() == 2 && args[0] == QLatin1String("report"))
+        return reportRack(session, parser, args[1]);
+    // The lines of a check and a restore are the file's own.
     if (args.size() == 2 && args[0] == QLatin1String("check") && !parser.isSet(optionName(Opt::Port)))
-        return checkRack(session, args[1]);
+        return checkRackFile(session, args[1]);
+    if (args.size() == 2 && args[0] == QLatin1String("restore") && !parser.isSet(optionName(Opt::Port)))
+        return restoreRack(session, parser, args[1]);
     return usage(session, texts::rack::kRackUsage);
 }
 

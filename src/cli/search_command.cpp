@@ -39,22 +39,20 @@ int searchedPorts(Session& session, const QCommandLineParser& parser, QList<Port
     return kExitDone;
 }
 
-void recordSearch(Session& session, const QList<PortEntry>& ports, int found, const QList<int>& unread, bool portFailed)
+void recordSearch(Session& session, const QList<PortEntry>& ports, const LinesRead& read)
 {
     QStringList lines;
     for (const PortEntry& port : ports)
         lines << port.name;
     QList<FoundModule> modules;
-    for (int i = 0; i < found; ++i) {
-        const ModuleRecord& module = session.state().table[static_cast<size_t>(i)];
-        modules.append({session.portName(module.portNumber), &module, !unread.contains(i)});
-    }
+    for (const ConcurrentSearch::Found& found : read.every)
+        modules.append({found.port.name, &found.record, found.wholly});
     for (const HistoryEntry& entry :
-         searchEntries(lines, modules, portFailed ? failureName(Failure::PortNotOpened) : QString()))
+         searchEntries(lines, modules, read.portFailed ? failureName(Failure::PortNotOpened) : QString()))
         session.record(entry);
 }
 
-LinesRead readLines(Session& session, const QList<PortEntry>& ports)
+LinesRead readLines(Session& session, const QList<PortEntry>& ports, bool wholeRack)
 {
     LinesRead read;
     read.report = pick(texts::message::kNoModuleFound, session.language());
@@ -67,6 +65,8 @@ LinesRead readLines(Session& session, const QList<PortEntry>& ports)
     // Every line at once, each with its own exchange; the result is the
     // one-by-one search's.
     ConcurrentSearch search(session.operations(), session.dialogs());
+    if (wholeRack)
+        search.keepEveryModule();
     QObject::connect(&search, &ConcurrentSearch::frameLogged, &session.frameLog(), &FrameLog::append);
     QObject::connect(&search, &ConcurrentSearch::portNotOpened,
                      [&](const PortEntry& port, OpenFailure failure, const QString& reason) {
@@ -85,6 +85,7 @@ LinesRead readLines(Session& session, const QList<PortEntry>& ports)
     for (const QString& message : messages)
         printError(message);
     read.unread = search.unreadModules();
+    read.every = search.everyModule();
     return read;
 }
 
@@ -116,7 +117,7 @@ int runSearch(Session& session, const QCommandLineParser& parser)
                            .arg(QString::number(i + 1), portName, QString::number(module.busAddress)));
         }
     }
-    recordSearch(session, ports, found, unread, portFailed);
+    recordSearch(session, ports, read);
     if (session.json())
         session.printJson(QJsonObject{{QStringLiteral("modules"), modules},
                                       {QStringLiteral("incomplete"), incomplete},

@@ -100,4 +100,9 @@ QList<WriteGroup> groupsToSend(const QList<CellDifference>& differences)
     return groups;
 }
 
+QString cellChangeText(const CellDifference& difference)
+{
+    return QStringLiteral("%1 %2 → %3").arg(difference.name, difference.before, difference.after);
+}
+
 }  // namespace velmor

@@ -34,6 +34,9 @@ struct CellDifference {
 QList<CellDifference> setupDifferences(const ModuleRecord& from, const ModuleRecord& to, qint32 balanceMask,
                                        Language language);
 
+// "CH2 Gain 2 → 5": a difference as results name it.
+QString cellChangeText(const CellDifference& difference);
+
 // The differences that a write would send: all but the reference columns.
 QList<CellDifference> sentDifferences(const ModuleRecord& from, const ModuleRecord& to, qint32 balanceMask,
                                       Language language);

@@ -2,6 +2,7 @@
 
 #include "config/config_image.h"
 #include "model/fixed_text.h"
+#include "texts/history.h"
 
 #include <QCryptographicHash>
 #include <QSysInfo>
@@ -40,6 +41,14 @@ std::optional<EntryKind> kindNamed(const QString& name)
         if (name == QLatin1String(kKindNames[i]))
             return static_cast<EntryKind>(i);
     return std::nullopt;
+}
+
+QString shownWord(const QString& stored, Language language)
+{
+    for (const Text& word : texts::history::kStoredWords)
+        if (stored == QLatin1String(word.en))
+            return pick(word, language);
+    return stored;
 }
 
 QString HistoryEntry::imageHash() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/module_table.h"
+#include "texts/language.h"
 
 #include <QByteArray>
 #include <QDateTime>
@@ -18,6 +19,8 @@ enum class EntryKind { Read, Write, Balance, Search, Save, Open, Failure };
 // names the store keeps and the command line takes.
 QString kindName(EntryKind kind);
 std::optional<EntryKind> kindNamed(const QString& name);
+// A kind or an outcome as the store keeps it, in `language`.
+QString shownWord(const QString& stored, Language language);
 
 // One thing that happened to a module's setup, or a search of lines. A
 // module is the same across lines and addresses when its model and module

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frame_row.h"
+#include "line_threads.h"
 #include "operations.h"
 #include "serial/port_list.h"
 
@@ -25,6 +26,19 @@ public:
 
     int searchAllAtOnce(const QList<PortEntry>& ports, int selectedPort);
     const QList<int>& unreadModules() const { return unread_; }
+
+    // A rack's search: the front end's table still takes the modules as far
+    // as it holds, but the search is not bounded by it. Nothing says the table
+    // is full, and the report counts every module of every line.
+    void keepEveryModule() { everyModule_ = true; }
+    // Every module the last search found, line by line in address order, and
+    // whether it was read wholly.
+    struct Found {
+        PortEntry port;
+        ModuleRecord record;
+        bool wholly = true;
+    };
+    const QList<Found>& everyModule() const { return found_; }
     // Every line asks no address after the one in flight, as ModuleSearch::stopAsking.
     void stopAsking() { stopAsking_ = true; }
 
@@ -48,12 +62,14 @@ signals:
 
 private:
     struct Line;
-    void runLines(QList<Line>& lines);
-    void merge(const QList<Line>& lines);
+    void runLines(QList<Line>& lines, QList<LineWork>& work);
+    void merge(const QList<Line>& lines, const QList<LineWork>& work);
 
     Operations& operations_;
     OperatorDialogs& dialogs_;
     QList<int> unread_;
+    QList<Found> found_;
+    bool everyModule_ = false;
     std::atomic<bool> stopAsking_ = false;
 };
 

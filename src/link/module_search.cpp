@@ -99,9 +99,13 @@ bool ModuleSearch::searchPort(const PortEntry& port, int p)
 
 void ModuleSearch::report(const SetupState& state, OperatorDialogs& dialogs)
 {
-    const Language language = languageOf(state.languageMode);
-    const QString text = state.moduleCount == 0 ? pick(texts::message::kNoModuleFound, language)
-                                                : texts::message::foundModules(state.moduleCount, language);
+    report(state.moduleCount, languageOf(state.languageMode), dialogs);
+}
+
+void ModuleSearch::report(int found, Language language, OperatorDialogs& dialogs)
+{
+    const QString text = found == 0 ? pick(texts::message::kNoModuleFound, language)
+                                    : texts::message::foundModules(found, language);
     dialogs.showMessage(pick(texts::message::kTitle, language), text);
 }
 

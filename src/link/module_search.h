@@ -25,6 +25,7 @@ public:
     int searchLines(const QList<PortEntry>& ports, int selectedPort);
     // "Found n modules." or "No module found.", in the state's language.
     static void report(const SetupState& state, OperatorDialogs& dialogs);
+    static void report(int found, Language language, OperatorDialogs& dialogs);
     // Table indices of the modules found whose whole read failed.
     const QList<int>& unreadModules() const { return unread_; }
     // Asks no address after the one in flight; the modules found so far are

@@ -41,6 +41,7 @@ public:
     const Exchange& exchange() const { return exchange_; }
     SetupState& state() { return state_; }
     const ComPort& port() const { return port_; }
+    OperatorDialogs& dialogs() { return dialogs_; }
     bool sequenceDone() const { return sequenceDone_; }
 
     // The front end is going away: the exchange in flight ends as it would,

@@ -51,25 +51,42 @@ QList<TableSpan> tablesOf(QTextDocument& document)
 
 int pageOf(qreal y, qreal pageHeight) { return static_cast<int>(std::floor(y / pageHeight)); }
 
-std::pair<int, int> pagesOf(QTextDocument& document, QTextFrame* table)
+// The pages of the first and the last line of what `box` holds.
+std::pair<int, int> pagesOf(const QRectF& box, qreal pageHeight)
 {
-    const QRectF box = document.documentLayout()->frameBoundingRect(table);
-    const qreal pageHeight = document.pageSize().height();
     // Half a pixel off the bottom: a table that ends exactly on a page's
     // last line does not reach the next page.
     return {pageOf(box.top(), pageHeight), pageOf(std::max(box.top(), box.bottom() - 0.5), pageHeight)};
 }
 
-// One pass: the first table that straddles a page boundary, yet fits on a
-// page with its heading, gets a page break before its heading. False when
-// there is none left.
+std::pair<int, int> pagesOf(QTextDocument& document, QTextFrame* table)
+{
+    return pagesOf(document.documentLayout()->frameBoundingRect(table), document.pageSize().height());
+}
+
+// The page a heading's text ends on: one whose line went over to the next
+// page is on that page.
+int pageOfHeading(QTextDocument& document, const QTextBlock& heading)
+{
+    if (!heading.isValid())
+        return -1;
+    return pagesOf(document.documentLayout()->blockBoundingRect(heading), document.pageSize().height()).second;
+}
+
+// One pass: the first table that is not on one page with its heading (it
+// straddles a page boundary, or its heading was left at the foot of the page
+// before it when its first rows did not fit there), yet fits on a page with
+// its heading, gets a page break before its heading. False when there is
+// none left.
 bool breakBeforeOneStraddlingTable(QTextDocument& document)
 {
     QAbstractTextDocumentLayout* layout = document.documentLayout();
     const qreal pageHeight = document.pageSize().height();
     for (const TableSpan& span : tablesOf(document)) {
+        if (!span.heading.isValid())
+            continue;
         const auto [first, last] = pagesOf(document, span.table);
-        if (first == last || !span.heading.isValid())
+        if (first == last && pageOfHeading(document, span.heading) == first)
             continue;
         QTextBlockFormat format = span.heading.blockFormat();
         if (format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore)
@@ -123,6 +140,7 @@ PdfReport renderReportPdf(const QString& html, Language language)
     report.paintedWidth = painted;
     for (const TableSpan& span : tablesOf(document)) {
         report.tablePages.append(pagesOf(document, span.table));
+        report.headingPages.append(pageOfHeading(document, span.heading));
         report.widestTable = std::max(report.widestTable, document.documentLayout()->frameBoundingRect(span.table).width());
     }
 

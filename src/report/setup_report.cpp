@@ -37,6 +37,8 @@ table.channels { font-family: "DejaVu Sans Condensed", "DejaVu Sans", "WenQuanYi
 table.channels th, table.channels td { padding: 1px 2px; }
 td.frame { font-family: "DejaVu Sans Mono", "Liberation Mono", monospace; white-space: pre; }
 .section { page-break-inside: avoid; }
+h1.module { font-size: 12pt; margin-top: 12pt; }
+.newpage { page-break-before: always; }
 )";
 
 // Label and value pairs side by side, two pairs to a row, so that the
@@ -153,27 +155,45 @@ QString reportSourceLine(const QString& line, int address, Language language)
     return pick(texts::report::kSourceLine, language).arg(line).arg(address);
 }
 
-QString setupReportHtml(const ModuleRecord& record, const ReportSubject& subject, Language language)
+QString reportTimeText(const QDateTime& time) { return time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")); }
+
+QStringList reportMadeLines(const QDateTime& madeAt, const QString& source, Language language)
 {
-    const QString model = trimmedText(record.modelName);
-    const QString title = pick(texts::report::kTitle, language) + (model.isEmpty() ? QString() : QStringLiteral(" \u2014 ") + model);
+    return {pick(texts::report::kMadeAt, language).arg(reportTimeText(madeAt)),
+            pick(texts::report::kMadeBy, language).arg(QStringLiteral(VELMOR_VERSION), source)};
+}
+
+QString reportDocumentHtml(const QString& title, const QStringList& lines, const QString& body, Language language)
+{
     QString html = QStringLiteral("<!DOCTYPE html>\n<html lang=\"%1\">\n<head>\n<meta charset=\"utf-8\"/>\n<title>")
                        .arg(language == Language::Chinese ? QStringLiteral("zh-CN") : QStringLiteral("en"))
                  + escaped(title) + QStringLiteral("</title>\n<style>") + QString::fromLatin1(kStyle)
                  + QStringLiteral("</style>\n</head>\n<body>\n");
     html += QStringLiteral("<h1>") + escaped(title) + QStringLiteral("</h1>\n");
-    html += QStringLiteral("<p class=\"made\">") + escaped(pick(texts::report::kMadeAt, language).arg(subject.madeAt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))))
-          + QStringLiteral("<br/>")
-          + escaped(pick(texts::report::kMadeBy, language).arg(QStringLiteral(VELMOR_VERSION), subject.source))
-          + QStringLiteral("</p>\n");
-    html += section(pick(texts::window::kFrame3, language), infoTable(record, subject, language));
+    QStringList escapedLines;
+    for (const QString& line : lines)
+        escapedLines << escaped(line);
+    html += QStringLiteral("<p class=\"made\">") + escapedLines.join(QStringLiteral("<br/>")) + QStringLiteral("</p>\n");
+    return html + body + QStringLiteral("</body>\n</html>\n");
+}
+
+QString moduleSectionsHtml(const ModuleRecord& record, const ReportSubject& subject, Language language)
+{
+    QString html = section(pick(texts::window::kFrame3, language), infoTable(record, subject, language));
     html += section(channelFrameTitle(record.modelCode, language),
                     // Up to seventeen columns: a smaller, narrower type.
                     gridTable(channelGridCells(record, language, subject.balanceMask), QStringLiteral("channels")));
     html += section(pick(texts::window::kFrame2, language), gridTable(adjustGridCells(record, language)));
     html += section(pick(texts::report::kCoefficients, language), gridTable(calibrationGridCells(record, language)));
-    html += section(pick(texts::report::kFrames, language), frameTable(record, language));
-    return html + QStringLiteral("</body>\n</html>\n");
+    return html + section(pick(texts::report::kFrames, language), frameTable(record, language));
+}
+
+QString setupReportHtml(const ModuleRecord& record, const ReportSubject& subject, Language language)
+{
+    const QString model = trimmedText(record.modelName);
+    const QString title = pick(texts::report::kTitle, language) + (model.isEmpty() ? QString() : QStringLiteral(" \u2014 ") + model);
+    return reportDocumentHtml(title, reportMadeLines(subject.madeAt, subject.source, language),
+                              moduleSectionsHtml(record, subject, language), language);
 }
 
 }  // namespace velmor

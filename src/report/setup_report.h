@@ -5,6 +5,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 
 namespace velmor {
 
@@ -28,6 +29,20 @@ QString reportSourceLine(const QString& line, int address, Language language);
 // (command 18) that the window rebuilds from the record. The PDF is this very
 // text laid out by QTextDocument (report_pdf.h), so the two cannot differ.
 QString setupReportHtml(const ModuleRecord& record, const ReportSubject& subject, Language language);
+
+// The body of a module's report: the information, the channel, adjust and
+// coefficient grids and the write frames, each a heading and a table. The
+// setup report is this body alone; a rack report holds one per module.
+QString moduleSectionsHtml(const ModuleRecord& record, const ReportSubject& subject, Language language);
+
+// A whole report around `body`: the head with the inline style sheet, then
+// `title` as the first heading and the `lines` below it.
+QString reportDocumentHtml(const QString& title, const QStringList& lines, const QString& body, Language language);
+// A time as the reports write it, to the second.
+QString reportTimeText(const QDateTime& time);
+// The lines under a report's title saying when it was made, by which version
+// of the program, and from what.
+QStringList reportMadeLines(const QDateTime& madeAt, const QString& source, Language language);
 
 // The write frames of the report, in its order: the module information, then
 // the channel groups, then the adjust blocks of the module's channels.

@@ -4,11 +4,14 @@
 #include "grid_editing.h"
 #include "history/history_entry.h"
 #include "history/history_target.h"
+#include "link/concurrent_search.h"
 #include "link/module_search.h"
 #include "link/operations.h"
 #include "link/port_lines.h"
 #include "model/module_table.h"
 #include "module_view.h"
+#include "rack/rack_check.h"
+#include "rack_results_dialog.h"
 #include "serial/com_port.h"
 #include "serial/port_watcher.h"
 #include "texts/language.h"
@@ -90,6 +93,13 @@ public:
     // module holds, through the normal write flow; an entry of another model
     // is refused.
     void restoreEntry(const HistoryEntry& entry);
+    // File > Rack: every module on every line at once, saved as a rack file,
+    // checked against one, restored to one (only the groups that differ), or
+    // reported as one document. Each shows its results window.
+    void MnuFile_RackSave_Click();
+    void MnuFile_RackCheck_Click();
+    void MnuFile_RackRestore_Click();
+    void MnuFile_RackReport_Click();
 
 protected:
     // Closing saves as File > Save does; during a flow it waits for the
@@ -119,9 +129,20 @@ private:
     void cmbComPort_Click(int number);
     void cmbModuleIndex_Click(int address);
     void showModuleTabs(int count);
-    // The search behind cmdSearch or "Search all lines at once", as a flow.
+    // The search behind cmdSearch or "Search all lines at once", as a flow
+    // over `ports`; a rack's search hands `every` module it found.
     template <typename Search>
-    void runSearch(int (Search::*body)(const QList<PortEntry>&, int));
+    void runSearch(int (Search::*body)(const QList<PortEntry>&, int), const QList<PortEntry>& ports,
+                   const QString& done, QList<ConcurrentSearch::Found>* every = nullptr);
+    QString searchDone() const;
+    // Every line of `ports` searched at once, as a flow, and every module it found.
+    QList<ConcurrentSearch::Found> searchRack(const QList<PortEntry>& ports, const QString& done);
+    // A rack file read and its lines searched and compared with it, as a
+    // flow; nothing when the file is refused or a line is not listed (the
+    // operator was told).
+    std::optional<QList<CheckedModule>> checkRackFile(const QString& path, QList<PortEntry>& ports);
+    // What a rack flow did, in the results window.
+    void showRackResults(const QString& title, const QString& summary, const QList<RackResultRow>& rows);
     // "Add network port...": asks for the address, remembers it and selects it.
     void addNetworkPort();
     // The machine's ports, with the remembered network lines after them. A

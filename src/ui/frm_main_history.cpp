@@ -7,6 +7,7 @@
 #include "flow_summary.h"
 #include "history_dialog.h"
 #include "model/fixed_text.h"
+#include "rack/write_groups.h"
 #include "module_view.h"
 #include "texts/desktop.h"
 #include "texts/history.h"
@@ -50,7 +51,7 @@ void frmMain::restoreEntry(const HistoryEntry& entry)
     const QList<WriteGroup> groups = groupsToSend(differences);
     QStringList cells, sent;
     for (const CellDifference& d : differences)
-        cells << QStringLiteral("%1 %2 → %3").arg(d.name, d.before, d.after);
+        cells << cellChangeText(d);
     for (const WriteGroup& group : groups)
         sent << writeGroupName(group, language());
     const QString separator = pick(texts::desktop::kNameSeparator, language());
@@ -63,13 +64,9 @@ void frmMain::restoreEntry(const HistoryEntry& entry)
     runFlow(pick(kDidRestore, language()).arg(moduleOnLine(state_, lines_, language())).arg(entry.id),
             [this, groups] {
                 for (const WriteGroup& group : groups) {
-                    bool ok = false;
-                    switch (group.part) {
-                    case SetupPart::Information: ok = operations_.confirmAndWriteModuleInfo(); break;
-                    case SetupPart::Channels: ok = operations_.writeChannelGroup(group.index); break;
-                    case SetupPart::Adjust: ok = operations_.writeAdjustBlock(group.index); break;
-                    case SetupPart::Calibration: ok = operations_.writeCalibrationPair(group.index); break;
-                    }
+                    // The information reaches every module on the line: the operator is asked before it goes.
+                    const bool ok = group.part == SetupPart::Information ? operations_.confirmAndWriteModuleInfo()
+                                                                         : sendWriteGroup(operations_, group);
                     if (!ok)
                         return;
                 }

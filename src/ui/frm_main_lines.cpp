@@ -29,19 +29,28 @@ namespace velmor {
 
 void frmMain::cmdSearch_Click()
 {
-    runSearch<ModuleSearch>(&ModuleSearch::searchLinesAndReport);
+    runSearch<ModuleSearch>(&ModuleSearch::searchLinesAndReport, lines_.ports(), searchDone());
 }
 
 void frmMain::cmdSearchAll_Click()
 {
-    runSearch<ConcurrentSearch>(&ConcurrentSearch::searchAllAtOnce);
+    runSearch<ConcurrentSearch>(&ConcurrentSearch::searchAllAtOnce, lines_.ports(), searchDone());
+}
+
+QString frmMain::searchDone() const { return pick(texts::desktop::kDidSearch, language()).arg(lines_.ports().size()); }
+
+QList<ConcurrentSearch::Found> frmMain::searchRack(const QList<PortEntry>& ports, const QString& done)
+{
+    QList<ConcurrentSearch::Found> every;
+    runSearch<ConcurrentSearch>(&ConcurrentSearch::searchAllAtOnce, ports, done, &every);
+    return every;
 }
 
 template <typename Search>
-void frmMain::runSearch(int (Search::*body)(const QList<PortEntry>&, int))
+void frmMain::runSearch(int (Search::*body)(const QList<PortEntry>&, int), const QList<PortEntry>& ports,
+                        const QString& done, QList<ConcurrentSearch::Found>* every)
 {
-    const QString done = pick(texts::desktop::kDidSearch, language()).arg(lines_.ports().size());
-    runFlow(done, [this, body] {
+    runFlow(done, [this, body, &ports, every] {
         Search search(operations_, dialogs_);
         QProgressBar* progress = bar_->progressBar();
         connect(&search, &Search::progressMaximum, progress, &QProgressBar::setMaximum);
@@ -53,6 +62,9 @@ void frmMain::runSearch(int (Search::*body)(const QList<PortEntry>&, int))
         if constexpr (std::is_same_v<Search, ConcurrentSearch>) {
             connect(&search, &ConcurrentSearch::frameLogged, &frameLog_->log(), &FrameLog::append);
             connect(&search, &ConcurrentSearch::frameLogged, this, &frmMain::countFrame);
+            // A rack's search is not bounded by the table; the tabs show what it holds.
+            if (every)
+                search.keepEveryModule();
         }
         // Which line and address is asked, beside the progress bar; not a notice.
         connect(&search, &Search::asking, this, [this](const PortEntry& port, int address) {
@@ -70,8 +82,11 @@ void frmMain::runSearch(int (Search::*body)(const QList<PortEntry>&, int))
         connect(bar_, &PortSearchBar::stopClicked, &search, &Search::stopAsking);
         const QShortcut escape(QKeySequence(Qt::Key_Escape), this);
         connect(&escape, &QShortcut::activated, &search, &Search::stopAsking);
-        const int found = (search.*body)(lines_.ports(), bar_->selectedPortNumber());
+        const int found = (search.*body)(ports, bar_->selectedPortNumber());
         bar_->setSearching(false);
+        if constexpr (std::is_same_v<Search, ConcurrentSearch>)
+            if (every)
+                *every = search.everyModule();
         markUnreadModules(search.unreadModules());
         keepSearch(search.unreadModules());
         // The search read every module it found: they hold what they show.

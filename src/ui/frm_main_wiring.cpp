@@ -25,6 +25,10 @@ void frmMain::wireMenus()
     connect(menus_, &MainMenus::saveAs, this, &frmMain::MnuFile_SaveAs_Click);
     connect(menus_, &MainMenus::exportReport, this, &frmMain::MnuFile_ExportReport_Click);
     connect(menus_, &MainMenus::history, this, &frmMain::MnuFile_History_Click);
+    connect(menus_, &MainMenus::rackSave, this, &frmMain::MnuFile_RackSave_Click);
+    connect(menus_, &MainMenus::rackCheck, this, &frmMain::MnuFile_RackCheck_Click);
+    connect(menus_, &MainMenus::rackRestore, this, &frmMain::MnuFile_RackRestore_Click);
+    connect(menus_, &MainMenus::rackReport, this, &frmMain::MnuFile_RackReport_Click);
     connect(menus_, &MainMenus::exit, this, &QWidget::close);
     connect(menus_, &MainMenus::search, this, &frmMain::cmdSearch_Click);
     connect(menus_, &MainMenus::searchAll, this, &frmMain::cmdSearchAll_Click);

@@ -43,15 +43,6 @@ ModuleRecord setupOf(const HistoryEntry& entry)
     return record;
 }
 
-// A kind or an outcome as the store keeps it, in the window's language.
-QString shownWord(const QString& stored, Language language)
-{
-    for (const Text& word : texts::history::kStoredWords)
-        if (stored == QLatin1String(word.en))
-            return pick(word, language);
-    return stored;
-}
-
 QString localTime(const QDateTime& time) { return time.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")); }
 
 QTableWidgetItem* item(const QString& text)

@@ -3,6 +3,7 @@
 #include "texts/frame_log.h"
 #include "texts/history.h"
 #include "texts/network.h"
+#include "texts/rack.h"
 #include "texts/report.h"
 #include "recent_menu.h"
 #include "texts/window.h"
@@ -64,6 +65,15 @@ MainMenus::MainMenus(QMenuBar* bar, Language language) : QObject(bar)
     QAction* history = entry(file, "MnuFile_History", texts::history::kMnuFileHistory, language);
     history->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_H));
     commandActions_ << wired(history, &MainMenus::history);
+    // Every module on every line at once; each talks to the lines or reads files.
+    QMenu* rack = file->addMenu(pick(texts::rack::kMnuFileRack, language));
+    rack->setObjectName(QStringLiteral("MnuFile_Rack"));
+    commandActions_ << wired(entry(rack, "MnuFile_RackSave", texts::rack::kMnuRackSave, language), &MainMenus::rackSave)
+                    << wired(entry(rack, "MnuFile_RackCheck", texts::rack::kMnuRackCheck, language), &MainMenus::rackCheck)
+                    << wired(entry(rack, "MnuFile_RackRestore", texts::rack::kMnuRackRestore, language),
+                             &MainMenus::rackRestore)
+                    << wired(entry(rack, "MnuFile_RackReport", texts::rack::kMnuRackReport, language),
+                             &MainMenus::rackReport);
     file->addSeparator();
     wired(withKeys(entry(file, "MnuFile_Exit", texts::window::kMnuFileExit, language), QKeySequence::Quit,
                    QKeySequence(Qt::CTRL | Qt::Key_Q)),

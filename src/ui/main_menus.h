@@ -35,6 +35,10 @@ signals:
     void saveAs();
     void exportReport();
     void history();
+    void rackSave();
+    void rackCheck();
+    void rackRestore();
+    void rackReport();
     void exit();
     void search();
     void searchAll();

@@ -3,12 +3,14 @@
 // module of another model and an extra module are each told as such; a
 // damaged rack file is refused before anything is sent.
 #include "cli_runner.h"
+#include "support/file_bytes.h"
 #include "support/sim_process.h"
 
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -20,29 +22,63 @@ using namespace velmor::testing;
 
 namespace {
 
-// Lines SIM1 and SIM2 in one ports folder, each with the modules given.
+// Lines SIM1 and SIM2 in one ports folder, each with the modules given. A
+// line's frames are logged and its modules' memory kept, so that a line
+// started again holds what it held.
 struct Lines {
-    bool start(const QString& name, const QStringList& modules)
+    bool start(const QString& name, const QStringList& modules, const QStringList& extra = {})
     {
         auto& sim = sims[name];
         sim = std::make_unique<SimProcess>();
         sim->usePortsDir(ports.path());
         QStringList arguments{QStringLiteral("--fast"), QStringLiteral("--name"), name, QStringLiteral("--log"),
-                              QStringLiteral("/dev/null")};
+                              logPath(name), QStringLiteral("--state"), files.filePath(name + QStringLiteral(".json"))};
         for (const QString& module : modules)
             arguments << QStringLiteral("--module") << module;
-        return sim->start(arguments);
+        return sim->start(arguments + extra);
     }
     CliResult cli(const QStringList& arguments) const
     {
         return runCli(QStringList{QStringLiteral("--no-history")} + arguments, ports.path());
     }
+    QString logPath(const QString& name) const { return files.filePath(name + QStringLiteral(".log")); }
+    // The requests the line took: "ADDRESS COMMAND GROUP" from its frame log
+    // ("hh:mm:ss.zzz > AA  AA  N  address command group ..."), from the `from`-th on.
+    QStringList requests(const QString& name, qsizetype from = 0) const
+    {
+        QStringList out;
+        for (const QByteArray& line : fileBytes(logPath(name)).split('\n')) {
+            const QList<QByteArray> fields = line.simplified().split(' ');
+            if (fields.size() > 7 && fields[1] == ">")
+                out << QStringLiteral("%1 %2 %3")
+                           .arg(fields[5].toInt(nullptr, 16))
+                           .arg(fields[6].toInt(nullptr, 16))
+                           .arg(fields[7].toInt(nullptr, 16));
+        }
+        return out.mid(from);
+    }
+    // The writes among them (command 18).
+    QStringList writes(const QString& name, qsizetype from = 0) const
+    {
+        return requests(name, from).filter(QRegularExpression(QStringLiteral("^\\d+ 18 ")));
+    }
+    // One channel of a module changed, as an operator would change it.
+    bool changeChannel(const QString& name, int address, int channel, const QString& assignment)
+    {
+        const QString cfg = files.filePath(QStringLiteral("%1-%2.cfg").arg(name).arg(address));
+        const QStringList at{QStringLiteral("--port"), name, QStringLiteral("--address"), QString::number(address)};
+        return cli(QStringList{QStringLiteral("read")} + at + QStringList{QStringLiteral("--save"), cfg}).exitCode == 0
+            && cli({QStringLiteral("edit"), cfg, QStringLiteral("--channels"), QString::number(channel), assignment}).exitCode == 0
+            && cli(QStringList{QStringLiteral("write")} + at + QStringList{QStringLiteral("--config"), cfg}).exitCode == 0;
+    }
     QTemporaryDir ports;
+    QTemporaryDir files;
     std::map<QString, std::unique_ptr<SimProcess>> sims;
 };
 
-// "LINE ADDRESS MODEL STATUS" of each row of a check's JSON.
-QStringList statesOf(const CliResult& result)
+// "LINE ADDRESS MODEL STATE" of each row of a check's or a restore's JSON,
+// the state being the field `key`.
+QStringList statesOf(const CliResult& result, const QString& key = QStringLiteral("status"))
 {
     QStringList rows;
     for (const QJsonValue& row : QJsonDocument::fromJson(result.out).array()) {
@@ -50,7 +86,18 @@ QStringList statesOf(const CliResult& result)
         rows << QStringLiteral("%1 %2 %3 %4")
                     .arg(o.value(QStringLiteral("line")).toString())
                     .arg(o.value(QStringLiteral("address")).toInt())
-                    .arg(o.value(QStringLiteral("model")).toString(), o.value(QStringLiteral("status")).toString());
+                    .arg(o.value(QStringLiteral("model")).toString(), o.value(key).toString());
+    }
+    return rows;
+}
+
+// The rows of a restore's JSON, by "LINE ADDRESS".
+std::map<QString, QJsonObject> rowsOf(const CliResult& result)
+{
+    std::map<QString, QJsonObject> rows;
+    for (const QJsonValue& row : QJsonDocument::fromJson(result.out).array()) {
+        const QJsonObject o = row.toObject();
+        rows[QStringLiteral("%1 %2").arg(o.value(QStringLiteral("line")).toString()).arg(o.value(QStringLiteral("address")).toInt())] = o;
     }
     return rows;
 }
@@ -63,6 +110,9 @@ private slots:
     void aSavedRackChecksAllSame();
     void eachChangeOfTheRackIsToldAsSuch();
     void aDamagedRackIsRefusedBeforeAnythingIsSent();
+    void aRestoreWritesOnlyTheGroupsThatDiffer();
+    void aForcedRestoreWritesTheSameModelOfAnotherNumber();
+    void aLineThatVanishesStopsOnlyThatLine();
 };
 
 void CliRackTest::aSavedRackChecksAllSame()
@@ -136,6 +186,128 @@ void CliRackTest::aDamagedRackIsRefusedBeforeAnythingIsSent()
                                    dir.filePath(QStringLiteral("none.velrack"))});
     QCOMPARE(none.exitCode, 4);
     QCOMPARE(runCli({QStringLiteral("--no-history"), QStringLiteral("rack"), QStringLiteral("restore"), rack}).exitCode, 2);
+}
+
+void CliRackTest::aRestoreWritesOnlyTheGroupsThatDiffer()
+{
+    Lines lines;
+    QVERIFY(lines.start(QStringLiteral("SIM1"), {QStringLiteral("1:TM-C16"), QStringLiteral("4:TM-B8")}));
+    QVERIFY(lines.start(QStringLiteral("SIM2"), {QStringLiteral("2:TM-A4"), QStringLiteral("3:TM-C8")}));
+    const QString rack = lines.files.filePath(QStringLiteral("bench.velrack"));
+    QCOMPARE(lines.cli({QStringLiteral("rack"), QStringLiteral("save"), rack}).exitCode, 0);
+
+    // Channel 6 of SIM1's TM-C16 (channel group 2) and channel 2 of SIM2's
+    // TM-A4 (its only group) changed; a TM-B8 where
+    // SIM2's TM-C8 was.
+    QVERIFY(lines.changeChannel(QStringLiteral("SIM1"), 1, 6, QStringLiteral("excitation=4mA")));
+    QVERIFY(lines.changeChannel(QStringLiteral("SIM2"), 2, 2, QStringLiteral("gain=4")));
+    QVERIFY(lines.sims[QStringLiteral("SIM2")]->stop());
+    QFile::remove(lines.files.filePath(QStringLiteral("SIM2.json")));
+    QVERIFY(lines.start(QStringLiteral("SIM2"), {QStringLiteral("2:TM-A4"), QStringLiteral("3:TM-B8")}));
+    QVERIFY(lines.changeChannel(QStringLiteral("SIM2"), 2, 2, QStringLiteral("gain=4")));
+
+    const qsizetype before1 = lines.requests(QStringLiteral("SIM1")).size();
+    const qsizetype before2 = lines.requests(QStringLiteral("SIM2")).size();
+    const CliResult restored = lines.cli({QStringLiteral("--json"), QStringLiteral("rack"), QStringLiteral("restore"), rack});
+    QCOMPARE(restored.exitCode, 1);  // the foreign module was skipped
+    QCOMPARE(statesOf(restored, QStringLiteral("outcome")),
+             (QStringList{"SIM1 1 TM-C16 restored", "SIM1 4 TM-B8 unchanged", "SIM2 2 TM-A4 restored",
+                          "SIM2 3 TM-B8 skipped"}));
+    const std::map<QString, QJsonObject> rows = rowsOf(restored);
+    QCOMPARE(rows.at(QStringLiteral("SIM1 1")).value(QStringLiteral("groupsSent")).toArray(), QJsonArray{"channel group 2"});
+    QCOMPARE(rows.at(QStringLiteral("SIM2 2")).value(QStringLiteral("groupsSent")).toArray(), QJsonArray{"channel group 1"});
+    QCOMPARE(rows.at(QStringLiteral("SIM2 3")).value(QStringLiteral("why")).toString(),
+             QStringLiteral("a TM-B8 answers here; a TM-C8's setup cannot be written to it"));
+    // On the wire: one write to each changed module, with the group's
+    // selector (2 and 1: the second and the first channel group), nothing else.
+    QCOMPARE(lines.writes(QStringLiteral("SIM1"), before1), QStringList{"1 18 2"});
+    QCOMPARE(lines.writes(QStringLiteral("SIM2"), before2), QStringList{"2 18 1"});
+
+    const CliResult checked = lines.cli({QStringLiteral("--json"), QStringLiteral("rack"), QStringLiteral("check"), rack});
+    QCOMPARE(statesOf(checked), (QStringList{"SIM1 1 TM-C16 same", "SIM1 4 TM-B8 same", "SIM2 2 TM-A4 same",
+                                             "SIM2 3 TM-B8 foreign"}));
+    // Nothing left to do: a second restore writes nothing.
+    const qsizetype again = lines.requests(QStringLiteral("SIM1")).size();
+    const CliResult second = lines.cli({QStringLiteral("--json"), QStringLiteral("rack"), QStringLiteral("restore"), rack});
+    QCOMPARE(statesOf(second, QStringLiteral("outcome")).first(), QStringLiteral("SIM1 1 TM-C16 unchanged"));
+    QVERIFY(lines.writes(QStringLiteral("SIM1"), again).isEmpty());
+}
+
+void CliRackTest::aForcedRestoreWritesTheSameModelOfAnotherNumber()
+{
+    Lines lines;
+    QVERIFY(lines.start(QStringLiteral("SIM1"), {QStringLiteral("1:TM-A4"), QStringLiteral("5:TM-A4")}));
+    const QString rack = lines.files.filePath(QStringLiteral("bench.velrack"));
+    QCOMPARE(lines.cli({QStringLiteral("rack"), QStringLiteral("save"), rack}).exitCode, 0);
+    // Another seed: the same models with other module numbers and values.
+    QVERIFY(lines.sims[QStringLiteral("SIM1")]->stop());
+    QFile::remove(lines.files.filePath(QStringLiteral("SIM1.json")));
+    QVERIFY(lines.start(QStringLiteral("SIM1"), {QStringLiteral("1:TM-A4"), QStringLiteral("5:TM-A4")},
+                        {QStringLiteral("--seed"), QStringLiteral("7")}));
+    const CliResult unforced = lines.cli({QStringLiteral("--json"), QStringLiteral("rack"), QStringLiteral("restore"), rack});
+    QCOMPARE(unforced.exitCode, 1);
+    QCOMPARE(statesOf(unforced, QStringLiteral("outcome")), (QStringList{"SIM1 1 TM-A4 skipped", "SIM1 5 TM-A4 skipped"}));
+    QVERIFY(lines.writes(QStringLiteral("SIM1")).isEmpty());
+
+    // Forced: every differing group but the information, which would reach
+    // both modules of the line; the module numbers stay as they are.
+    const CliResult forced = lines.cli({QStringLiteral("--json"), QStringLiteral("rack"), QStringLiteral("restore"), rack,
+                                        QStringLiteral("--force"), QStringLiteral("--only-one-module")});
+    QCOMPARE(statesOf(forced, QStringLiteral("outcome")),
+             (QStringList{"SIM1 1 TM-A4 restored in part", "SIM1 5 TM-A4 restored in part"}));
+    QVERIFY2(rowsOf(forced).at(QStringLiteral("SIM1 1")).value(QStringLiteral("why")).toString().startsWith(
+                 QStringLiteral("the information was not sent: SIM1 has other modules")),
+             forced.out.constData());
+    QVERIFY(lines.writes(QStringLiteral("SIM1")).filter(QRegularExpression(QStringLiteral("^255 "))).isEmpty());
+    QVERIFY(!lines.writes(QStringLiteral("SIM1")).isEmpty());
+}
+
+void CliRackTest::aLineThatVanishesStopsOnlyThatLine()
+{
+    Lines lines;
+    QVERIFY(lines.start(QStringLiteral("SIM1"), {QStringLiteral("1:TM-C16"), QStringLiteral("4:TM-B8")}));
+    QVERIFY(lines.start(QStringLiteral("SIM2"), {QStringLiteral("2:TM-A4"), QStringLiteral("5:TM-B8")}));
+    const QString rack = lines.files.filePath(QStringLiteral("bench.velrack"));
+    QCOMPARE(lines.cli({QStringLiteral("rack"), QStringLiteral("save"), rack}).exitCode, 0);
+    // A channel of each module changed.
+    const QString tenVolts = QStringLiteral("excitation=10.0V");
+    QVERIFY(lines.changeChannel(QStringLiteral("SIM1"), 1, 6, QStringLiteral("excitation=4mA")));
+    QVERIFY(lines.changeChannel(QStringLiteral("SIM1"), 4, 2, tenVolts));
+    QVERIFY(lines.changeChannel(QStringLiteral("SIM2"), 2, 2, QStringLiteral("gain=4")));
+    QVERIFY(lines.changeChannel(QStringLiteral("SIM2"), 5, 2, tenVolts));
+
+    // How many exchanges a check takes on SIM2; started again, SIM2 vanishes
+    // after those and the restore's first write.
+    const qsizetype before = lines.requests(QStringLiteral("SIM2")).size();
+    QCOMPARE(lines.cli({QStringLiteral("rack"), QStringLiteral("check"), rack}).exitCode, 1);
+    const qsizetype check = lines.requests(QStringLiteral("SIM2")).size() - before;
+    QVERIFY(check > 0);
+    QVERIFY(lines.sims[QStringLiteral("SIM2")]->stop());
+    QVERIFY(lines.start(QStringLiteral("SIM2"), {}, {QStringLiteral("--vanish-after"), QString::number(check + 1)}));
+    const qsizetype from2 = lines.requests(QStringLiteral("SIM2")).size();
+
+    const CliResult restored = lines.cli({QStringLiteral("--json"), QStringLiteral("rack"), QStringLiteral("restore"), rack});
+    QCOMPARE(restored.exitCode, 1);
+    QCOMPARE(statesOf(restored, QStringLiteral("outcome")),
+             (QStringList{"SIM1 1 TM-C16 restored", "SIM1 4 TM-B8 restored", "SIM2 2 TM-A4 restored in part",
+                          "SIM2 5 TM-B8 not restored"}));
+    const std::map<QString, QJsonObject> rows = rowsOf(restored);
+    // SIM2's first module took its one group and was not read back; the
+    // second took nothing, and the result says why.
+    QCOMPARE(rows.at(QStringLiteral("SIM2 2")).value(QStringLiteral("groupsSent")).toArray(), QJsonArray{"channel group 1"});
+    QVERIFY(rows.at(QStringLiteral("SIM2 5")).value(QStringLiteral("groupsSent")).toArray().isEmpty());
+    QVERIFY2(rows.at(QStringLiteral("SIM2 5")).value(QStringLiteral("why")).toString().startsWith(QStringLiteral("channel group 1 failed: ")),
+             restored.out.constData());
+    QVERIFY2(rows.at(QStringLiteral("SIM2 2")).value(QStringLiteral("why")).toString().startsWith(
+                 QStringLiteral("every group went out, not read back")),
+             restored.out.constData());
+    // The write to module 5 reached the line as it went and was never answered.
+    QCOMPARE(lines.writes(QStringLiteral("SIM2"), from2), (QStringList{"2 18 1", "5 18 1"}));
+    // SIM2 back with the memory its modules kept: the result was exact.
+    QVERIFY(lines.start(QStringLiteral("SIM2"), {}));
+    const CliResult checked = lines.cli({QStringLiteral("--json"), QStringLiteral("rack"), QStringLiteral("check"), rack});
+    QCOMPARE(statesOf(checked), (QStringList{"SIM1 1 TM-C16 same", "SIM1 4 TM-B8 same", "SIM2 2 TM-A4 same",
+                                             "SIM2 5 TM-B8 different"}));
 }
 
 QTEST_MAIN(CliRackTest)

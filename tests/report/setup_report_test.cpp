@@ -77,6 +77,7 @@ private slots:
     void sixteenChannelsFitOnThreePagesWithNoTableSplit_data();
     void sixteenChannelsFitOnThreePagesWithNoTableSplit();
     void aTableThatWouldStraddleTwoPagesStartsOnTheNextWithItsHeading();
+    void aHeadingIsNeverLeftAtAPagesFootWithoutItsTable();
     void formatFollowsTheSuffix();
     void fileIsWrittenAsPdfOrHtml();
     void unwritableFileSaysWhyAndLeavesNothing();
@@ -306,6 +307,27 @@ void SetupReportTest::aTableThatWouldStraddleTwoPagesStartsOnTheNextWithItsHeadi
     QVERIFY(longer.tablePages[0].second > longer.tablePages[0].first);
     QCOMPARE(longer.pages, longer.tablePages[0].second + 1);
     QCOMPARE(pageObjectsIn(longer.bytes), longer.pages);
+}
+
+void SetupReportTest::aHeadingIsNeverLeftAtAPagesFootWithoutItsTable()
+{
+    // Rows of four lines, as the write frames have: where the heading still
+    // fits at a page's foot and the first rows do not, the table goes to the
+    // next page whole.
+    QString table = QStringLiteral("<h2>frames</h2><table border=\"1\"><thead><tr><th>a</th><th>b</th></tr></thead>");
+    for (int r = 0; r < 6; ++r)
+        table += QStringLiteral("<tr><td>%1</td><td>1<br/>2<br/>3<br/>4</td></tr>").arg(r);
+    table += QStringLiteral("</table>");
+    int moved = 0;
+    for (int lines = 40; lines < 90; ++lines) {
+        const PdfReport pdf = renderReportPdf(QStringLiteral("<p>filler</p>").repeated(lines) + table, Language::English);
+        QCOMPARE(pdf.tablePages.size(), 1);
+        QCOMPARE(pdf.tablePages[0].second, pdf.tablePages[0].first);
+        QVERIFY2(pdf.headingPages[0] == pdf.tablePages[0].first, qPrintable(QString::number(lines)));
+        moved += pdf.tablePages[0].first;
+    }
+    // Some of them went to the second page.
+    QVERIFY(moved > 0);
 }
 
 void SetupReportTest::formatFollowsTheSuffix()

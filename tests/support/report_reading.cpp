@@ -41,6 +41,13 @@ QList<ReportTable> tablesIn(const QString& html)
     return tables;
 }
 
+QString plainTextIn(const QString& html)
+{
+    QTextDocument document;
+    document.setHtml(html);
+    return document.toPlainText();
+}
+
 int pageObjectsIn(const QByteArray& pdf)
 {
     static const QRegularExpression page(QStringLiteral("/Type\\s*/Page(?![A-Za-z])"));

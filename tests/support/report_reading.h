@@ -14,6 +14,10 @@ using ReportTable = QList<QStringList>;
 // the PDF) lays them out; a line break within a cell reads as '\n'.
 QList<ReportTable> tablesIn(const QString& html);
 
+// The text of a report's HTML as QTextDocument reads it, a paragraph or a
+// heading to a line.
+QString plainTextIn(const QString& html);
+
 // The page objects of a PDF: "/Type /Page", but not the tree's "/Type /Pages".
 int pageObjectsIn(const QByteArray& pdf);
 

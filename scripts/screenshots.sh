@@ -9,7 +9,8 @@
 # window-LANG-edited.png, window-en-edited-dark.png and
 # window-en-edited-info.png show edits not yet sent, in a light and a dark
 # theme, in the grids and in the module information; history-LANG.png,
-# File > History... comparing a read with the write after it. Each
+# File > History... comparing a read with the write after it; rack-LANG.png,
+# the results of File > Rack > Check... after a gain was changed. Each
 # shot runs with settings of its own, as a first start.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -52,6 +53,7 @@ for lang in en zh; do
   shoot 1920x1080 1 "$lang" 1 "" "window-$lang-1080"
   shoot 1280x1024 1 "$lang" 1 --edited "window-$lang-edited"
   shoot 1280x1024 1 "$lang" 1 --history-window "history-$lang"
+  shoot 1280x1024 1 "$lang" 1 --rack-results "rack-$lang"
 done
 shoot 1280x1024 1 en 1 "--edited --dark" window-en-edited-dark
 shoot 1280x1024 1 en 3 --edited window-en-edited-info

@@ -9,13 +9,17 @@
 // --edited changes a few values of the first module, as edits not yet sent;
 // --dark paints the window in a dark theme's colours;
 // --history-window keeps the run's history in a temporary store, sends a
-// changed gain, and shoots File > History... comparing the read with the write.
+// changed gain, and shoots File > History... comparing the read with the write;
+// --rack-results saves the lines as a rack, sends a changed gain, and shoots
+// the results of File > Rack > Check....
 
 #include "texts/language.h"
 #include "texts/qt_translations.h"
 #include "history/history_target.h"
 #include "ui/frm_main.h"
+#include "ui/file_chooser.h"
 #include "ui/history_dialog.h"
+#include "ui/rack_results_dialog.h"
 
 #include <QAction>
 #include <QApplication>
@@ -47,6 +51,26 @@ public:
     }
 };
 
+// The file dialogs answered with one rack file.
+class RackFile : public velmor::FileChooser {
+public:
+    explicit RackFile(const QString& path) : path_(path) {}
+    QString openFileName() override { return path_; }
+    QString saveFileName() override { return path_; }
+    QString reportFileName(const QString&, const QString&) override { return {}; }
+
+private:
+    QString path_;
+};
+
+// A gain of the current module changed and sent, as the grid's editor and Send do.
+void sendChangedGain(velmor::frmMain& window)
+{
+    velmor::ModuleRecord& module = window.state().current();
+    module.channels[1].gain = static_cast<qint16>(module.channels[1].gain == 0 ? 1 : 0);
+    window.findChild<QPushButton*>(QStringLiteral("cmdSend[0]"))->click();
+}
+
 }  // namespace
 
 int main(int argc, char* argv[])
@@ -60,6 +84,7 @@ int main(int argc, char* argv[])
     parser.addOption({QStringLiteral("edited"), QStringLiteral("Edit a few values without sending them")});
     parser.addOption({QStringLiteral("dark"), QStringLiteral("A dark theme's colours")});
     parser.addOption({QStringLiteral("history-window"), QStringLiteral("Shoot the history window")});
+    parser.addOption({QStringLiteral("rack-results"), QStringLiteral("Shoot the results of a rack check")});
     parser.addOption({QStringLiteral("out"), QStringLiteral("PNG file"), QStringLiteral("file")});
     parser.process(app);
     const bool chinese = parser.value(QStringLiteral("lang")) == QLatin1String("zh");
@@ -78,7 +103,9 @@ int main(int argc, char* argv[])
     }
     const velmor::QtTranslations qtWords(chinese ? velmor::Language::Chinese : velmor::Language::English);
     PrintedDialogs dialogs;
-    velmor::frmMain window(chinese ? 1 : 2, &dialogs);
+    const QTemporaryDir rackFolder;
+    RackFile rackFile(rackFolder.filePath(QStringLiteral("bench.velrack")));
+    velmor::frmMain window(chinese ? 1 : 2, &dialogs, &rackFile);
     window.show();
     window.Form_Load();
     // As a first start of velmor does: sized for its screen.
@@ -102,11 +129,16 @@ int main(int argc, char* argv[])
         window.findChild<QAction*>(QStringLiteral("MnuView_FrameLog"))->trigger();
     QApplication::processEvents();
     QPixmap shot = window.grab();
+    if (parser.isSet(QStringLiteral("rack-results"))) {
+        window.findChild<QAction*>(QStringLiteral("MnuFile_RackSave"))->trigger();
+        window.findChild<velmor::RackResultsDialog*>()->close();
+        sendChangedGain(window);
+        window.findChild<QAction*>(QStringLiteral("MnuFile_RackCheck"))->trigger();
+        QApplication::processEvents();
+        shot = window.findChildren<velmor::RackResultsDialog*>().last()->grab();
+    }
     if (history) {
-        // A gain changed and sent, as the grid's editor and Send do.
-        velmor::ModuleRecord& module = window.state().current();
-        module.channels[1].gain = static_cast<qint16>(module.channels[1].gain == 0 ? 1 : 0);
-        window.findChild<QPushButton*>(QStringLiteral("cmdSend[0]"))->click();
+        sendChangedGain(window);
         window.findChild<QAction*>(QStringLiteral("MnuFile_History"))->trigger();
         auto* dialog = window.findChild<velmor::HistoryDialog*>();
         auto* list = dialog->findChild<QTableView*>(QStringLiteral("lstHistory"));

@@ -176,7 +176,7 @@ int restoreRack(Session& session, const QCommandLineParser& parser, const QStrin
     RackRestore restore(session.operations());
     QObject::connect(&restore, &RackRestore::frameLogged, &session.frameLog(), &FrameLog::append);
     const QList<RestoredModule> restored = restore.restore(result.checked, result.ports, choices, language);
-    for (const HistoryEntry& entry : restoreEntries(restored))
+    for (const HistoryEntry& entry : restoreEntries(restored, path))
         session.record(entry);
 
     bool allDone = true;
@@ -210,15 +210,23 @@ void declareRack(QCommandLineParser& parser, Language language)
 int runRack(Session& session, const QCommandLineParser& parser)
 {
     const QStringList args = parser.positionalArguments();
-    if (args.size() == 2 && args[0] == QLatin1String("save"))
+    if (args.size() != 2)
+        return usage(session, texts::rack::kRackUsage);
+    // Each option belongs to one command and is refused with the others, never
+    // passed over; the lines of a check and a restore are the file's own.
+    const auto given = [&](Opt option) { return parser.isSet(optionName(option)); };
+    const bool lines = given(Opt::Ports);
+    const bool out = given(Opt::Out);
+    const bool restoring = given(Opt::OnlyOneModule) || given(Opt::ForceRestore);
+    const QString& command = args[0];
+    if (command == QLatin1String("save") && !out && !restoring)
         return saveRack(session, parser, args[1]);
-    if (args.size() == 2 && args[0] == QLatin1String("report"))
-        return reportRack(session, parser, args[1]);
-    // The lines of a check and a restore are the file's own.
-    if (args.size() == 2 && args[0] == QLatin1String("check") && !parser.isSet(optionName(Opt::Port)))
+    if (command == QLatin1String("check") && !lines && !out && !restoring)
         return checkRackFile(session, args[1]);
-    if (args.size() == 2 && args[0] == QLatin1String("restore") && !parser.isSet(optionName(Opt::Port)))
+    if (command == QLatin1String("restore") && !lines && !out)
         return restoreRack(session, parser, args[1]);
+    if (command == QLatin1String("report") && !lines && !restoring)
+        return reportRack(session, parser, args[1]);
     return usage(session, texts::rack::kRackUsage);
 }
 

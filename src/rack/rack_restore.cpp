@@ -6,6 +6,8 @@
 #include "texts/rack.h"
 #include "write_groups.h"
 
+#include <QFileInfo>
+
 #include <map>
 
 namespace velmor {
@@ -239,8 +241,10 @@ QList<RestoredModule> RackRestore::restore(const QList<CheckedModule>& checked, 
     return restored;
 }
 
-QList<HistoryEntry> restoreEntries(const QList<RestoredModule>& restored)
+QList<HistoryEntry> restoreEntries(const QList<RestoredModule>& restored, const QString& rackPath)
 {
+    // Which rack file each write came from, for whoever reads the history later.
+    const QString flow = QStringLiteral("rack restore %1").arg(QFileInfo(rackPath).absoluteFilePath());
     QList<HistoryEntry> entries;
     for (const RestoredModule& m : restored) {
         if (m.sent.isEmpty())
@@ -248,9 +252,10 @@ QList<HistoryEntry> restoreEntries(const QList<RestoredModule>& restored)
         // A module read back is kept with what it holds; one that could not
         // be read back, as the failure that stopped it.
         const QString failure = m.readBack ? QString() : failureName(m.failure);
-        if (const std::optional<HistoryEntry> entry =
-                flowEntry(m.after, m.checked.kept.line, EntryKind::Write, failure, QStringLiteral("rack restore")))
+        if (std::optional<HistoryEntry> entry = flowEntry(m.after, m.checked.kept.line, EntryKind::Write, failure, flow)) {
+            entry->detail = flow;
             entries.append(*entry);
+        }
     }
     return entries;
 }

@@ -79,8 +79,9 @@ private:
     std::atomic<bool> stop_ = false;
 };
 
-// The history's entries of a restore: a write of each module something went
-// out to (a failure when not all of it did), with what it holds after it.
-QList<HistoryEntry> restoreEntries(const QList<RestoredModule>& restored);
+// The history's entries of a restore from the rack file at `rackPath`: a
+// write of each module something went out to, with what it holds after it
+// (a failure when it could not be read back), naming the file.
+QList<HistoryEntry> restoreEntries(const QList<RestoredModule>& restored, const QString& rackPath);
 
 }  // namespace velmor

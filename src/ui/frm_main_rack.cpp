@@ -217,7 +217,7 @@ void frmMain::MnuFile_RackRestore_Click()
         bar_->setSearching(false);
         bar->setValue(0);
     }, std::nullopt, true);
-    for (const HistoryEntry& entry : restoreEntries(restored))
+    for (const HistoryEntry& entry : restoreEntries(restored, path))
         keep(entry);
 
     // The tabs show the rack's modules as they are now.

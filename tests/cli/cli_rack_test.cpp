@@ -113,6 +113,7 @@ private slots:
     void aRestoreWritesOnlyTheGroupsThatDiffer();
     void aForcedRestoreWritesTheSameModelOfAnotherNumber();
     void aLineThatVanishesStopsOnlyThatLine();
+    void aRestoreIsKeptInTheHistory();
 };
 
 void CliRackTest::aSavedRackChecksAllSame()
@@ -185,7 +186,13 @@ void CliRackTest::aDamagedRackIsRefusedBeforeAnythingIsSent()
     const CliResult none = runCli({QStringLiteral("--no-history"), QStringLiteral("rack"), QStringLiteral("check"),
                                    dir.filePath(QStringLiteral("none.velrack"))});
     QCOMPARE(none.exitCode, 4);
-    QCOMPARE(runCli({QStringLiteral("--no-history"), QStringLiteral("rack"), QStringLiteral("restore"), rack}).exitCode, 2);
+    const CliResult restore = runCli({QStringLiteral("--no-history"), QStringLiteral("rack"), QStringLiteral("restore"), rack});
+    QCOMPARE(restore.exitCode, 2);
+    QVERIFY2(restore.errText().startsWith(rack + QStringLiteral(" is not a rack file")), qPrintable(restore.errText()));
+    // An option of another rack command is refused, not passed over.
+    for (const QStringList& wrong : {QStringList{"check", rack, "--force"}, QStringList{"save", rack, "--out", "r.pdf"},
+                                     QStringList{"restore", rack, "--port", "SIM1"}, QStringList{"report", rack, "--only-one-module"}})
+        QCOMPARE(runCli(QStringList{QStringLiteral("--no-history"), QStringLiteral("rack")} + wrong).exitCode, 2);
 }
 
 void CliRackTest::aRestoreWritesOnlyTheGroupsThatDiffer()
@@ -308,6 +315,32 @@ void CliRackTest::aLineThatVanishesStopsOnlyThatLine()
     const CliResult checked = lines.cli({QStringLiteral("--json"), QStringLiteral("rack"), QStringLiteral("check"), rack});
     QCOMPARE(statesOf(checked), (QStringList{"SIM1 1 TM-C16 same", "SIM1 4 TM-B8 same", "SIM2 2 TM-A4 same",
                                              "SIM2 5 TM-B8 different"}));
+}
+
+void CliRackTest::aRestoreIsKeptInTheHistory()
+{
+    Lines lines;
+    QVERIFY(lines.start(QStringLiteral("SIM1"), {QStringLiteral("1:TM-A4"), QStringLiteral("3:TM-B8")}));
+    const QString rack = lines.files.filePath(QStringLiteral("bench.velrack"));
+    QCOMPARE(lines.cli({QStringLiteral("rack"), QStringLiteral("save"), rack}).exitCode, 0);
+    QVERIFY(lines.changeChannel(QStringLiteral("SIM1"), 1, 2, QStringLiteral("gain=4")));
+    const QString store = lines.files.filePath(QStringLiteral("history.sqlite"));
+    QCOMPARE(runCli({QStringLiteral("--history"), store, QStringLiteral("rack"), QStringLiteral("restore"), rack},
+                    lines.ports.path())
+                 .exitCode,
+             0);
+    // The check's search and reads, then one write: the module restored, as it reads back.
+    const CliResult kept = runCli({QStringLiteral("--history"), store, QStringLiteral("--json"), QStringLiteral("history"),
+                                   QStringLiteral("--kind"), QStringLiteral("write")});
+    const QJsonArray writes = QJsonDocument::fromJson(kept.out).array();
+    QCOMPARE(writes.size(), 1);
+    const QJsonObject write = writes.first().toObject();
+    QCOMPARE(write.value(QStringLiteral("line")).toString(), QStringLiteral("SIM1"));
+    QCOMPARE(write.value(QStringLiteral("address")).toInt(), 1);
+    QCOMPARE(write.value(QStringLiteral("outcome")).toString(), QStringLiteral("done"));
+    QCOMPARE(write.value(QStringLiteral("detail")).toString(), QStringLiteral("rack restore ") + rack);
+    // What it holds now is the file's setup again: the check is all same.
+    QCOMPARE(lines.cli({QStringLiteral("rack"), QStringLiteral("check"), rack}).exitCode, 0);
 }
 
 QTEST_MAIN(CliRackTest)

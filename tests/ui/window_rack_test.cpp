@@ -10,7 +10,12 @@
 #include <QAccessible>
 #include <QAction>
 #include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QStatusBar>
 #include <QTableWidget>
+#include <QTimer>
 
 using namespace velmor;
 using namespace velmor::testing;
@@ -58,6 +63,9 @@ private slots:
     void saveCheckRestoreAndReport();
     void aDamagedRackIsRefusedBeforeAnythingIsSent();
     void theResultsReadInChinese();
+    void aStoppedRestoreBeginsNoFurtherModule_data();
+    void aStoppedRestoreBeginsNoFurtherModule();
+    void theMenuAnswersTheKeyboard();
 };
 
 void WindowRackTest::saveCheckRestoreAndReport()
@@ -160,6 +168,81 @@ void WindowRackTest::theResultsReadInChinese()
     QCOMPARE(checked->table()->horizontalHeaderItem(4)->text(), QStringLiteral("状态"));
     QVERIFY(rowsOf(checked).contains(QStringLiteral("SIM1 3 TM-B8 相同")));
     QCOMPARE(QAccessible::queryAccessibleInterface(checked->table())->text(QAccessible::Name), QStringLiteral("机架结果"));
+}
+
+void WindowRackTest::aStoppedRestoreBeginsNoFurtherModule_data()
+{
+    QTest::addColumn<bool>("byEscape");
+    QTest::newRow("Stop button") << false;
+    QTest::newRow("Esc") << true;
+}
+
+void WindowRackTest::aStoppedRestoreBeginsNoFurtherModule()
+{
+    QFETCH(bool, byEscape);
+    SimLine sim1({{1, kTmC16}, {4, kTmB8}}, Pacing::Fast, QStringLiteral("SIM1"));
+    WindowRig rig;
+    const QString rack = rig.folder.filePath(QStringLiteral("bench.velrack"));
+    rig.files.saveAnswer = rack;
+    rig.files.openAnswer = rack;
+    choose(rig.window, "MnuFile_RackSave");
+    lastResults(rig.window)->close();
+    // The results closed, the window is the operator's again.
+    rig.window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&rig.window));
+    for (const int address : {1, 4})
+        sim1.memory(address).channels[1].cutoff = (sim1.memory(address).channels[1].cutoff + 100) % 65536;
+
+    // The operator stops as the first write reaches the line.
+    auto* button = child<QPushButton>(rig.window, "cmdSearch");
+    QString caption;
+    QObject::connect(&sim1.line(), &sim::VirtualLine::frameLogged, &rig.window,
+                     [&](sim::Direction direction, const QByteArray& frame) {
+                         if (direction != sim::Direction::Received || static_cast<quint8>(frame.at(4)) != 18
+                             || !caption.isEmpty())
+                             return;
+                         QTimer::singleShot(0, &rig.window, [&] {
+                             caption = button->text();
+                             if (byEscape)
+                                 QTest::keyClick(&rig.window, Qt::Key_Escape);
+                             else
+                                 QTest::mouseClick(button, Qt::LeftButton);
+                         });
+                     });
+    QSignalSpy said(rig.window.statusBar(), &QStatusBar::messageChanged);
+    const qsizetype from = sim1.requests().size();
+    choose(rig.window, "MnuFile_RackRestore");
+    QCOMPARE(caption, QStringLiteral("&Stop"));
+    RackResultsDialog* restored = lastResults(rig.window);
+    QVERIFY(restored);
+    QCOMPARE(rowsOf(restored), (QStringList{"SIM1 1 TM-C16 restored", "SIM1 4 TM-B8 skipped"}));
+    QCOMPARE(restored->table()->item(1, 5)->text(), QStringLiteral("the restore was stopped before it"));
+    QCOMPARE(writesOf(sim1, from), QStringList{"1 1"});
+    // Each line's progress was in the status bar as it went.
+    QStringList messages;
+    for (const QList<QVariant>& message : said)
+        messages << message.first().toString();
+    QVERIFY2(messages.contains(QStringLiteral("SIM1: 1 of 2 modules")), qPrintable(messages.join(QLatin1Char('|'))));
+    QCOMPARE(button->text(), QStringLiteral("&Search"));
+}
+
+void WindowRackTest::theMenuAnswersTheKeyboard()
+{
+    SimLine sim1({{1, kTmA4}}, Pacing::Fast, QStringLiteral("SIM1"));
+    WindowRig rig;
+    rig.window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&rig.window));
+    rig.files.saveAnswer = rig.folder.filePath(QStringLiteral("bench.velrack"));
+    // Alt+F opens File; K its Rack menu; S saves.
+    auto* file = child<QMenu>(rig.window, "MnuFile");
+    auto* rack = child<QMenu>(rig.window, "MnuFile_Rack");
+    QTest::keyClick(&rig.window, Qt::Key_F, Qt::AltModifier);
+    QTRY_VERIFY(file->isVisible());
+    QTest::keyClick(file, Qt::Key_K);
+    QTRY_VERIFY(rack->isVisible());
+    QTest::keyClick(rack, Qt::Key_S);
+    QTRY_VERIFY(lastResults(rig.window));
+    QCOMPARE(rowsOf(lastResults(rig.window)), QStringList{"SIM1 1 TM-A4 saved"});
 }
 
 QTEST_MAIN(WindowRackTest)

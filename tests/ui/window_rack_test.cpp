@@ -66,6 +66,7 @@ private slots:
     void aStoppedRestoreBeginsNoFurtherModule_data();
     void aStoppedRestoreBeginsNoFurtherModule();
     void theMenuAnswersTheKeyboard();
+    void aForeignModuleIsWrittenOnlyWhenTheOperatorSaysSo();
 };
 
 void WindowRackTest::saveCheckRestoreAndReport()
@@ -243,6 +244,43 @@ void WindowRackTest::theMenuAnswersTheKeyboard()
     QTest::keyClick(rack, Qt::Key_S);
     QTRY_VERIFY(lastResults(rig.window));
     QCOMPARE(rowsOf(lastResults(rig.window)), QStringList{"SIM1 1 TM-A4 saved"});
+}
+
+void WindowRackTest::aForeignModuleIsWrittenOnlyWhenTheOperatorSaysSo()
+{
+    SimLine sim1({{1, kTmA4}}, Pacing::Fast, QStringLiteral("SIM1"));
+    WindowRig rig;
+    const QString rack = rig.folder.filePath(QStringLiteral("bench.velrack"));
+    rig.files.saveAnswer = rack;
+    rig.files.openAnswer = rack;
+    choose(rig.window, "MnuFile_RackSave");
+    lastResults(rig.window)->close();
+    // Another TM-A4 in its place: another number, another cut-off.
+    const ModuleRecord kept = sim1.memory(1);
+    sim1.memory(1).moduleNumber = kept.moduleNumber == 4321 ? 1234 : 4321;
+    sim1.memory(1).channels[1].cutoff = (kept.channels[1].cutoff + 1) % 3;
+
+    // Declined: nothing to write, nothing sent.
+    rig.dialogs.answer = false;
+    const qsizetype from = sim1.requests().size();
+    choose(rig.window, "MnuFile_RackRestore");
+    QVERIFY2(rig.dialogs.questions.last().second.startsWith(
+                 QStringLiteral("These places did not answer, or another module of the same model answers there:\nSIM1 1 TM-A4")),
+             qPrintable(rig.dialogs.questions.last().second));
+    QCOMPARE(rig.dialogs.messages.last().second,
+             QStringLiteral("Every module of %1 is the same as the rack file or is skipped; nothing was sent.").arg(rack));
+    QVERIFY(writesOf(sim1, from).isEmpty());
+
+    // Agreed, the module alone on its line: the information too, then the channels.
+    rig.dialogs.answer = true;
+    rig.dialogs.questions.clear();
+    choose(rig.window, "MnuFile_RackRestore");
+    QCOMPARE(rig.dialogs.questions.size(), 3);
+    QCOMPARE(rig.dialogs.questions.last().second, QStringLiteral("SIM1: Only one module."));
+    QCOMPARE(rowsOf(lastResults(rig.window)), QStringList{"SIM1 1 TM-A4 restored"});
+    QCOMPARE(writesOf(sim1, from), (QStringList{"255 0", "1 1"}));
+    QCOMPARE(sim1.memory(1).moduleNumber, kept.moduleNumber);
+    QCOMPARE(sim1.memory(1).channels[1].cutoff, kept.channels[1].cutoff);
 }
 
 QTEST_MAIN(WindowRackTest)

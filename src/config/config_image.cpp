@@ -158,4 +158,11 @@ void applyImage(const QByteArray& image, ModuleRecord& record)
     });
 }
 
+ModuleRecord recordFromImage(const QByteArray& image)
+{
+    ModuleRecord record = defaultModule();
+    applyImage(image, record);
+    return record;
+}
+
 }  // namespace velmor

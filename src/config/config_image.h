@@ -13,5 +13,7 @@ QByteArray configImage(const ModuleRecord& record);
 // reaches (a field it cuts through takes its missing bytes from the record);
 // bytes beyond kImageBytes are ignored. Any bytes are accepted.
 void applyImage(const QByteArray& image, ModuleRecord& record);
+// A module's setup from a stored image, laid over the start-up defaults.
+ModuleRecord recordFromImage(const QByteArray& image);
 
 }  // namespace velmor

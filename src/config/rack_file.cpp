@@ -61,8 +61,7 @@ std::optional<RackModule> moduleOf(const QJsonObject& o, const QStringList& line
         return std::nullopt;
     }
     // The image is a module's record, and the one the module is named by.
-    ModuleRecord record = defaultModule();
-    applyImage(m.image, record);
+    const ModuleRecord record = recordFromImage(m.image);
     if (!field("image", checkStoredRecord(m.image).fault == RecordFault::None)
         || !field("model", trimmedText(record.modelName) == m.model)
         || !field("moduleNumber", record.moduleNumber == m.moduleNumber))

@@ -25,12 +25,7 @@ const Text& rackStatusText(RackStatus status)
     return texts::rack::kExtra;
 }
 
-ModuleRecord rackRecord(const RackModule& module)
-{
-    ModuleRecord record = defaultModule();
-    applyImage(module.image, record);
-    return record;
-}
+ModuleRecord rackRecord(const RackModule& module) { return recordFromImage(module.image); }
 
 QList<CheckedModule> checkRack(const Rack& rack, const QList<RackModule>& live, Language language)
 {

@@ -38,8 +38,7 @@ QString rackReportHtml(const Rack& rack, const QDateTime& madeAt, const QString&
     lines << pick(texts::rack_report::kBalanceMarks, language);
     QString body;
     for (const RackModule& module : rack.modules) {
-        ModuleRecord record = defaultModule();
-        applyImage(module.image, record);
+        const ModuleRecord record = recordFromImage(module.image);
         const ReportSubject subject{module.line, kMarksOfAModuleJustRead, madeAt, source};
         body += moduleHeading(module, body.isEmpty(), language) + moduleSectionsHtml(record, subject, language);
     }

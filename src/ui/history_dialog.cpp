@@ -35,14 +35,6 @@ QPushButton* button(const char* name, const Text& caption, const Text& hint, Lan
     return b;
 }
 
-// A module's setup from an entry's image, laid over the defaults.
-ModuleRecord setupOf(const HistoryEntry& entry)
-{
-    ModuleRecord record = defaultModule();
-    applyImage(entry.image, record);
-    return record;
-}
-
 QString localTime(const QDateTime& time) { return time.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")); }
 
 QTableWidgetItem* item(const QString& text)
@@ -287,9 +279,9 @@ void HistoryDialog::compareChosen()
     QList<HistoryEntry> entries = chosen();
     entries.removeIf([](const HistoryEntry& e) { return e.image.isEmpty(); });
     if (entries.size() == 2)
-        compare(setupOf(entries[0]), nameOf(entries[0]), setupOf(entries[1]), nameOf(entries[1]));
+        compare(recordFromImage(entries[0].image), nameOf(entries[0]), recordFromImage(entries[1].image), nameOf(entries[1]));
     else if (entries.size() == 1)
-        compare(setupOf(entries[0]), nameOf(entries[0]), state_.current(), pick(texts::history::kModuleNow, language()));
+        compare(recordFromImage(entries[0].image), nameOf(entries[0]), state_.current(), pick(texts::history::kModuleNow, language()));
     else
         say(pick(texts::history::kChooseEntries, language()));
 }
@@ -310,7 +302,7 @@ void HistoryDialog::compareWithFile()
         say(QStringLiteral("%1: %2").arg(path, reason));
         return;
     }
-    compare(setupOf(entries.first()), nameOf(entries.first()), file, QFileInfo(path).fileName());
+    compare(recordFromImage(entries.first().image), nameOf(entries.first()), file, QFileInfo(path).fileName());
 }
 
 void HistoryDialog::compare(const ModuleRecord& a, const QString& aName, const ModuleRecord& b, const QString& bName)

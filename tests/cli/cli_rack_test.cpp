@@ -114,6 +114,7 @@ private slots:
     void aForcedRestoreWritesTheSameModelOfAnotherNumber();
     void aLineThatVanishesStopsOnlyThatLine();
     void aRestoreIsKeptInTheHistory();
+    void aDamagedRackSendsNothingToALineThatIsThere();
 };
 
 void CliRackTest::aSavedRackChecksAllSame()
@@ -341,6 +342,51 @@ void CliRackTest::aRestoreIsKeptInTheHistory()
     QCOMPARE(write.value(QStringLiteral("detail")).toString(), QStringLiteral("rack restore ") + rack);
     // What it holds now is the file's setup again: the check is all same.
     QCOMPARE(lines.cli({QStringLiteral("rack"), QStringLiteral("check"), rack}).exitCode, 0);
+}
+
+void CliRackTest::aDamagedRackSendsNothingToALineThatIsThere()
+{
+    Lines lines;
+    QVERIFY(lines.start(QStringLiteral("SIM1"), {QStringLiteral("1:TM-A4"), QStringLiteral("3:TM-B8")}));
+    const QString rack = lines.files.filePath(QStringLiteral("bench.velrack"));
+    QCOMPARE(lines.cli({QStringLiteral("rack"), QStringLiteral("save"), rack}).exitCode, 0);
+    const QJsonObject saved = QJsonDocument::fromJson(fileBytes(rack)).object();
+
+    // Truncated; the second module's image not matching its SHA-256; a format version to come.
+    QJsonObject badHash = saved;
+    QJsonArray modules = badHash.value(QStringLiteral("modules")).toArray();
+    QJsonObject second = modules[1].toObject();
+    QByteArray image = QByteArray::fromBase64(second.value(QStringLiteral("image")).toString().toLatin1());
+    image[100] = static_cast<char>(image[100] ^ 0x01);
+    second.insert(QStringLiteral("image"), QString::fromLatin1(image.toBase64()));
+    modules[1] = second;
+    badHash.insert(QStringLiteral("modules"), modules);
+    QJsonObject later = saved;
+    later.insert(QStringLiteral("formatVersion"), 2);
+    const std::map<QString, QByteArray> damaged{
+        {QStringLiteral("is not a rack file: it is not a JSON document"), fileBytes(rack).left(200)},
+        {QStringLiteral(": the setup of module 2 is damaged (its SHA-256 does not match)."), QJsonDocument(badHash).toJson()},
+        {QStringLiteral("has format version 2, which this program does not know (it knows 1)."), QJsonDocument(later).toJson()},
+    };
+    const qsizetype before = lines.requests(QStringLiteral("SIM1")).size();
+    for (const auto& [fault, bytes] : damaged) {
+        const QString path = lines.files.filePath(QStringLiteral("damaged.velrack"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(bytes);
+        file.close();
+        for (const char* command : {"check", "restore"}) {
+            // Not even a forced restore.
+            QStringList arguments{QStringLiteral("rack"), QLatin1String(command), path};
+            if (QLatin1String(command) == QLatin1String("restore"))
+                arguments << QStringLiteral("--force");
+            const CliResult refused = lines.cli(arguments);
+            QCOMPARE(refused.exitCode, 2);
+            QVERIFY2(refused.errText().startsWith(path + QLatin1Char(' ') + fault) || refused.errText().startsWith(path + fault),
+                     qPrintable(refused.errText()));
+        }
+    }
+    QCOMPARE(lines.requests(QStringLiteral("SIM1")).size(), before);
 }
 
 QTEST_MAIN(CliRackTest)

@@ -23,6 +23,7 @@
 #include <QStatusBar>
 #include <QTabBar>
 
+#include <map>
 #include <type_traits>
 
 namespace velmor {
@@ -66,13 +67,24 @@ void frmMain::runSearch(int (Search::*body)(const QList<PortEntry>&, int), const
             if (every)
                 search.keepEveryModule();
         }
-        // Which line and address is asked, beside the progress bar; not a notice.
-        connect(&search, &Search::asking, this, [this](const PortEntry& port, int address) {
-            statusBar()->showMessage(pick(texts::desktop::kAsking, language())
-                                         .arg(port.name)
-                                         .arg(address)
-                                         .arg(address + 1)
-                                         .arg(ModuleSearch::kAddresses));
+        // Which line and address is asked, beside the progress bar; not a
+        // notice. A rack's search tells where each of its lines is.
+        std::map<QString, QString> asked;
+        connect(&search, &Search::asking, this, [this, every, &asked](const PortEntry& port, int address) {
+            const QString text = pick(texts::desktop::kAsking, language())
+                                     .arg(port.name)
+                                     .arg(address)
+                                     .arg(address + 1)
+                                     .arg(ModuleSearch::kAddresses);
+            if (!every) {
+                statusBar()->showMessage(text);
+                return;
+            }
+            asked[port.name] = text;
+            QStringList lines;
+            for (const auto& [line, said] : asked)
+                lines << said;
+            statusBar()->showMessage(lines.join(QStringLiteral("; ")));
         });
         connect(&search, &Search::lineBusy, this, [this](const PortEntry& port, const LineHolder& holder) {
             notify(Operations::lineBusyText(port.name, holder, language()));

@@ -11,6 +11,7 @@
 #include <QAction>
 #include <QLabel>
 #include <QMenu>
+#include <QRegularExpression>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStatusBar>
@@ -76,7 +77,16 @@ void WindowRackTest::saveCheckRestoreAndReport()
     WindowRig rig;
     const QString rack = rig.folder.filePath(QStringLiteral("bench.velrack"));
     rig.files.saveAnswer = rack;
+    QSignalSpy said(rig.window.statusBar(), &QStatusBar::messageChanged);
     choose(rig.window, "MnuFile_RackSave");
+    // While it searched, the status bar told where each line was.
+    bool bothLines = false;
+    for (const QList<QVariant>& message : said)
+        bothLines = bothLines
+                 || QRegularExpression(QStringLiteral("^SIM1: asking address \\d+ \\(\\d+ of 17\\); SIM2: asking address \\d+"))
+                        .match(message.first().toString())
+                        .hasMatch();
+    QVERIFY(bothLines);
     RackResultsDialog* saved = lastResults(rig.window);
     QVERIFY(saved);
     QCOMPARE(rowsOf(saved), (QStringList{"SIM1 1 TM-C16 saved", "SIM1 4 TM-B8 saved", "SIM2 2 TM-A4 saved"}));

@@ -38,6 +38,17 @@ RackResultRow rowOf(const RackModule& module, const QString& status, const QStri
 // "SIM1 4 TM-B8": a place of the rack as the restore's questions name it.
 QString placeOf(const CheckedModule& c) { return QStringLiteral("%1 %2 %3").arg(c.kept.line).arg(c.kept.address).arg(c.kept.model); }
 
+// "%1 modules: %2 same, ...": the total, then how many came out each way, in `order`.
+template <typename State>
+QString countedSummary(const QString& text, qsizetype total, const std::map<State, int>& count,
+                       std::initializer_list<State> order)
+{
+    QString summary = text.arg(total);
+    for (const State state : order)
+        summary = summary.arg(count.contains(state) ? count.at(state) : 0);
+    return summary;
+}
+
 QStringList cellTexts(const QList<CellDifference>& cells)
 {
     QStringList texts;
@@ -127,13 +138,9 @@ void frmMain::MnuFile_RackCheck_Click()
                       c.status == RackStatus::Same);
     }
     showRackResults(pick(kCheckTitle, language()).arg(fileName(path)),
-                    pick(kCheckSummary, language())
-                        .arg(checked->size())
-                        .arg(count[RackStatus::Same])
-                        .arg(count[RackStatus::Different])
-                        .arg(count[RackStatus::Missing])
-                        .arg(count[RackStatus::Foreign])
-                        .arg(count[RackStatus::Extra]),
+                    countedSummary(pick(kCheckSummary, language()), checked->size(), count,
+                                   {RackStatus::Same, RackStatus::Different, RackStatus::Missing, RackStatus::Foreign,
+                                    RackStatus::Extra}),
                     rows);
 }
 
@@ -248,13 +255,9 @@ void frmMain::MnuFile_RackRestore_Click()
                       m.outcome == RestoreOutcome::Unchanged || m.outcome == RestoreOutcome::Restored);
     }
     showRackResults(pick(kRestoreTitle, language()).arg(fileName(path)),
-                    pick(kRestoreSummary, language())
-                        .arg(restored.size())
-                        .arg(count[RestoreOutcome::Unchanged])
-                        .arg(count[RestoreOutcome::Restored])
-                        .arg(count[RestoreOutcome::RestoredInPart])
-                        .arg(count[RestoreOutcome::NotRestored])
-                        .arg(count[RestoreOutcome::Skipped]),
+                    countedSummary(pick(kRestoreSummary, language()), restored.size(), count,
+                                   {RestoreOutcome::Unchanged, RestoreOutcome::Restored, RestoreOutcome::RestoredInPart,
+                                    RestoreOutcome::NotRestored, RestoreOutcome::Skipped}),
                     rows);
 }
 

@@ -56,6 +56,19 @@ QStringList writesOf(const SimLine& line, qsizetype from)
     return writes;
 }
 
+// The lines saved as a rack through the menu, its results closed; the rack
+// file is what the file dialogs answer from then on.
+QString saveRack(WindowRig& rig)
+{
+    const QString rack = rig.folder.filePath(QStringLiteral("bench.velrack"));
+    rig.files.saveAnswer = rack;
+    rig.files.openAnswer = rack;
+    choose(rig.window, "MnuFile_RackSave");
+    if (RackResultsDialog* results = lastResults(rig.window))
+        results->close();
+    return rack;
+}
+
 }  // namespace
 
 class WindowRackTest : public QObject {
@@ -193,11 +206,7 @@ void WindowRackTest::aStoppedRestoreBeginsNoFurtherModule()
     QFETCH(bool, byEscape);
     SimLine sim1({{1, kTmC16}, {4, kTmB8}}, Pacing::Fast, QStringLiteral("SIM1"));
     WindowRig rig;
-    const QString rack = rig.folder.filePath(QStringLiteral("bench.velrack"));
-    rig.files.saveAnswer = rack;
-    rig.files.openAnswer = rack;
-    choose(rig.window, "MnuFile_RackSave");
-    lastResults(rig.window)->close();
+    saveRack(rig);
     // The results closed, the window is the operator's again.
     rig.window.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&rig.window));
@@ -260,11 +269,7 @@ void WindowRackTest::aForeignModuleIsWrittenOnlyWhenTheOperatorSaysSo()
 {
     SimLine sim1({{1, kTmA4}}, Pacing::Fast, QStringLiteral("SIM1"));
     WindowRig rig;
-    const QString rack = rig.folder.filePath(QStringLiteral("bench.velrack"));
-    rig.files.saveAnswer = rack;
-    rig.files.openAnswer = rack;
-    choose(rig.window, "MnuFile_RackSave");
-    lastResults(rig.window)->close();
+    const QString rack = saveRack(rig);
     // Another TM-A4 in its place: another number, another cut-off.
     const ModuleRecord kept = sim1.memory(1);
     sim1.memory(1).moduleNumber = kept.moduleNumber == 4321 ? 1234 : 4321;

@@ -64,11 +64,19 @@ bool NetworkTransport::open(const QString&, QString& reason)
 {
     idle_.stop();
     const bool fresh = !isConnected();
-    if (fresh && !connectToServer(reason))
+    // A new connection's first words may be the server's refusal of the line
+    // ("Port already in use", then it hangs up): kept from the connect on, as
+    // they may come before anything else is asked.
+    settling_ = fresh && speaksTelnet();
+    if (fresh && !connectToServer(reason)) {
+        settling_ = false;
         return false;
-    // What came while the line was closed was never meant for this exchange.
-    takeIncoming();
-    queue_.clear();
+    }
+    if (!settling_) {
+        // What came while the line was closed was never meant for this exchange.
+        takeIncoming();
+        queue_.clear();
+    }
     if (speaksTelnet()) {
         socket_.write(TelnetCodec::lineSetup(kBaudRate));
         socket_.flush();
@@ -103,6 +111,7 @@ bool NetworkTransport::waitForTheLine(QString& reason)
 {
     settling_ = true;
     const bool settled = waitUntil([this] { return telnet_.comPortSettled(); });
+    takeIncoming();  // what came with the hang-up
     settling_ = false;
     const QString said = serverWords(std::exchange(queue_, {}));
     if (settled && isConnected())
